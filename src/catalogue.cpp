@@ -1,0 +1,38 @@
+#include "ombrix/purchase/lpo.h"
+
+#include "components/counter_transaction.h"
+#include "components/general.h"
+#include "frame/hosting/hosted.h"
+#include "frame/hosting/shipped.h"
+#include "orders/lpo_interface.h"
+
+namespace ombrix {
+
+namespace {
+
+template <class C>
+ObjectRef make(const Interface& interface) {
+  return std::make_shared<Hosted<C>>(interface);
+}
+
+template <class C>
+Shipped business_class(const Interface& interface) {
+  return {Shipped::Role::business_class, interface, &make<C>};
+}
+template <class C>
+Shipped component(const Interface& interface) {
+  return {Shipped::Role::component, interface, &make<C>};
+}
+
+}  // namespace
+
+std::span<const Shipped> shipped() {
+  static const Shipped kShipped[] = {
+      business_class<purchase::LPO>(purchase::lpo_interface()),
+      component<components::CounterTransaction>(components::counter_transaction_interface()),
+      component<components::General>(components::general_interface()),
+  };
+  return kShipped;
+}
+
+}  // namespace ombrix

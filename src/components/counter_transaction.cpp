@@ -1,0 +1,174 @@
+#include "components/counter_transaction.h"
+
+#include <utility>
+
+#include "frame/database/connection_access.h"
+#include "frame/number.h"
+
+namespace ombrix::components {
+
+using database::number;
+using database::sql;
+using database::Statement;
+using database::text;
+using detail::Held;
+
+namespace {
+
+/// The library's own statements about a series differ only in the column that counts.
+Statement advance(const std::string& series, const std::string& company, const std::string& branch,
+                  bool temporary) {
+  if (temporary) {
+    return sql(
+        {"Update Document_Prefix Set Temporary_Next_No = Temporary_Next_No + 1"
+         " Where Document_Prefix=",
+         text(series), " and Company_Prefix=", text(company), " and Branch_Prefix=", text(branch),
+         " Returning Temporary_Next_No - 1 As Claimed"});
+  }
+  return sql(
+      {"Update Document_Prefix Set Document_Next_No = Document_Next_No + 1"
+       " Where Document_Prefix=",
+       text(series), " and Company_Prefix=", text(company), " and Branch_Prefix=", text(branch),
+       " Returning Document_Next_No - 1 As Claimed"});
+}
+
+/// Only while no later number was drawn: a number in between is never handed out twice.
+Statement retreat(const std::string& series, const std::string& company, const std::string& branch,
+                  bool temporary, double before, double after) {
+  if (temporary) {
+    return sql({"Update Document_Prefix Set Temporary_Next_No = ", number(before),
+                " Where Document_Prefix=", text(series), " and Company_Prefix=", text(company),
+                " and Branch_Prefix=", text(branch), " and Temporary_Next_No = ", number(after)});
+  }
+  return sql({"Update Document_Prefix Set Document_Next_No = ", number(before),
+              " Where Document_Prefix=", text(series), " and Company_Prefix=", text(company),
+              " and Branch_Prefix=", text(branch), " and Document_Next_No = ", number(after)});
+}
+
+/// Every table that holds documents with a final number; one look by key in each.
+Statement bearers_of(const std::string& number) {
+  return sql(
+      {"Select 1 As Borne Where Exists (Select 1 From LPO_Master Where LPO_No=", text(number),
+       ") Or Exists (Select 1 From Goods_Receive_Master Where GRN_No=", text(number),
+       ") Or Exists (Select 1 From Purchase_Invoice_Master Where Purchase_Inv_No=", text(number),
+       ") Or Exists (Select 1 From Purchase_Return_Master Where Purchase_Rtn_No=", text(number),
+       ") Or Exists (Select 1 From Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(number),
+       ") Or Exists (Select 1 From Payment_Master Where Payment_No=", text(number),
+       ") Or Exists (Select 1 From Voucher_Master Where Voucher_No=", text(number), ")"});
+}
+
+}  // namespace
+
+CounterTransaction::~CounterTransaction() {
+  give_back();
+}
+
+bool CounterTransaction::refuse(std::string reason) {
+  Held::of(ErrDesc) = std::move(reason);
+  return false;
+}
+
+bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connection,
+                                          std::optional<bool> temporary) {
+  give_back();
+  if (!connection) return refuse("Invalid Connection.");
+  const bool for_temporary = temporary.value_or(false);
+  auto claimed = claim(*connection, for_temporary);
+  if (!claimed && SkipChecking() && open_series(*connection)) {
+    claimed = claim(*connection, for_temporary);
+  }
+  if (!claimed) {
+    return refuse("No counter for document series \"" + DocumentPrefix() + "\" of company \"" +
+                  CompanyPrefix() + "\", branch \"" + BranchPrefix() + "\".");
+  }
+  claim_ = Claim{connection,     CompanyPrefix(),
+                 BranchPrefix(), DocumentPrefix(),
+                 for_temporary,  *claimed,
+                 *claimed + 1,   database::ConnectionAccess::session(*connection)->rollbacks()};
+  double drawn = *claimed;
+  while (is_borne(*connection, drawn, for_temporary)) {
+    drawn = claim(*connection, for_temporary).value();
+    claim_->after = drawn + 1;
+  }
+  Held::of(NextDocumentNo) = drawn;
+  return true;
+}
+
+bool CounterTransaction::Increase_Counter(std::optional<bool> temporary) {
+  if (!claim_) return refuse("The counter was not moved on: no number was drawn.");
+  if (claim_->temporary != temporary.value_or(false)) {
+    return refuse("The counter was not moved on: the number drawn is of the other kind.");
+  }
+  claim_.reset();
+  return true;
+}
+
+bool CounterTransaction::open_series(const Connection& connection) const {
+  database::execute(
+      sql({"Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix,"
+           " Document_Next_No) Values (",
+           text(DocumentPrefix()), ", ", text(CompanyPrefix()), ", ", text(BranchPrefix()),
+           ", 1) On Conflict Do Nothing"}),
+      connection);
+  return true;
+}
+
+std::optional<double> CounterTransaction::claim(const Connection& connection,
+                                                bool temporary) const {
+  auto row = database::open_recordset(
+      advance(DocumentPrefix(), CompanyPrefix(), BranchPrefix(), temporary), connection, Keyset);
+  if (row.RecordCount() == 0) return std::nullopt;
+  return row("Claimed").value().to_number();
+}
+
+bool CounterTransaction::is_borne(const Connection& connection, double number,
+                                  bool temporary) const {
+  const std::string series = CompanyPrefix() + BranchPrefix() + DocumentPrefix();
+  auto bearers = temporary ? database::open_recordset(
+                                 sql({"Select Voucher_No From Voucher_Master Where Voucher_No=",
+                                      text(series, "TMP", general_text(number))}),
+                                 connection, ForwardOnly)
+                           : database::open_recordset(bearers_of(series + general_text(number)),
+                                                      connection, ForwardOnly);
+  return bearers.RecordCount() > 0;
+}
+
+void CounterTransaction::give_back() noexcept {
+  if (!claim_) return;
+  try {
+    const Claim claim = *std::exchange(claim_, std::nullopt);
+    const auto& session = *database::ConnectionAccess::session(*claim.connection);
+    // A rollback has put the counter back already, and another caller may have drawn since.
+    if (session.rollbacks() != claim.rollbacks) return;
+    database::execute(retreat(claim.series, claim.company, claim.branch, claim.temporary,
+                              claim.before, claim.after),
+                      *claim.connection);
+  } catch (const Failure&) {
+    // The session is gone, or its transaction is doomed: the number stays claimed, or the rollback
+    // to come puts it back.
+  }
+}
+
+namespace {
+
+using Of = MembersOf<CounterTransaction, Nulls::read_as_empty>;
+
+constexpr Member kMembers[] = {
+    Of::property<&CounterTransaction::CompanyPrefix>("CompanyPrefix"),
+    Of::property<&CounterTransaction::BranchPrefix>("BranchPrefix"),
+    Of::property<&CounterTransaction::DocumentPrefix>("DocumentPrefix"),
+    Of::property<&CounterTransaction::SkipChecking>("SkipChecking"),
+    Of::property<&CounterTransaction::NextDocumentNo>("NextDocumentNo"),
+    Of::property<&CounterTransaction::ErrDesc>("ErrDesc"),
+    Of::method<&CounterTransaction::Get_Last_Counter>("Get_Last_Counter"),
+    Of::method<&CounterTransaction::Increase_Counter>("Increase_Counter"),
+};
+
+}  // namespace
+
+const Interface& counter_transaction_interface() {
+  static constexpr Interface kInterface("OmbrixSystem.CounterTransaction", kMembers);
+  return kInterface;
+}
+
+}  // namespace ombrix::components

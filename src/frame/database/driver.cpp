@@ -1,0 +1,16 @@
+#include "frame/database/driver.h"
+
+#include "ombrix/failure.h"
+
+#include "frame/database/sqlite/sqlite_session.h"
+#include "frame/text.h"
+
+namespace ombrix::database {
+
+std::unique_ptr<DriverSession> open_driver_session(const ConnectionText& text, Missing missing) {
+  const std::string& driver = text.required("driver", "Driver");
+  if (same_name(driver, "SQLite")) return open_sqlite_session(text, missing);
+  throw Failure(kDatabaseFailure, "Invalid connection text: \"Driver\" must be SQLite.");
+}
+
+}  // namespace ombrix::database

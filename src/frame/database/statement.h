@@ -1,0 +1,80 @@
+#pragma once
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "frame/database/cell.h"
+
+namespace ombrix::database {
+
+class Session;
+
+/// One piece of a statement: a literal, which can only be a compile-time text, or a value marked by
+/// what it stands for. No value can become a literal.
+class Piece {
+ public:
+  // NOLINTNEXTLINE(google-explicit-constructor): a literal stands in a statement as it is written.
+  consteval Piece(const char* literal) : kind_(Kind::literal), literal_(literal) {}
+
+ private:
+  friend class Statement;
+  template <class... Parts>
+  friend Piece text(const Parts&... parts);
+  friend Piece number(double value);
+  friend Piece digits(std::string_view value);
+  friend Piece name(std::string_view value);
+
+  enum class Kind : unsigned char { literal, text, number, digits, name };
+  Piece(Kind kind, std::string value) : kind_(kind), value_(std::move(value)) {}
+
+  Kind kind_;
+  std::string_view literal_;
+  std::optional<std::string> value_;
+  double number_ = 0;
+};
+
+/// A text between quotes, made of its parts.
+template <class... Parts>
+Piece text(const Parts&... parts) {
+  std::string joined;
+  (joined.append(std::string_view(parts)), ...);
+  return {Piece::Kind::text, std::move(joined)};
+}
+/// A number.
+Piece number(double value);
+/// A text that must be a plain number.
+Piece digits(std::string_view value);
+/// The plain name of a table or column, from a caller.
+Piece name(std::string_view value);
+
+/// A statement, as literals and values kept apart. Nothing else in the library makes one for the
+/// database, so that no value ever changes what a statement does.
+class Statement {
+ public:
+  Statement(std::initializer_list<Piece> pieces) : pieces_(pieces) {}
+
+  /// With `$1`, `$2`, ... where the values stand.
+  std::string prepared_text() const;
+  Parameters parameters() const;
+  /// As a reader sees it, the values in their places.
+  std::string joined_text() const;
+
+  /// Raises when a value would not stay a value in the joined text (a quote in a text, a digits
+  /// value that is no plain number, a name that is none): the failure that the database itself
+  /// gives for the joined text, or a refusal where the joined text happens to be valid. Nothing is
+  /// executed.
+  void verify(Session& session) const;
+
+ private:
+  std::vector<Piece> pieces_;
+};
+
+inline Statement sql(std::initializer_list<Piece> pieces) {
+  return pieces;
+}
+
+}  // namespace ombrix::database

@@ -1,0 +1,32 @@
+#include "ombrix/purchase/document.h"
+
+#include "frame/number.h"
+
+namespace ombrix::purchase {
+
+bool Document::valid(std::string_view date_message, const Date& date,
+                     std::initializer_list<Check> own) {
+  const auto passes = [this](std::initializer_list<Check> checks) {
+    for (const Check& check : checks) {
+      if (check.fails) return refused(check.message);
+    }
+    return true;
+  };
+  return passes({{connection().State() == 0, "Invalid Connection."},
+                 {CompanyPrefix().empty(), "Invalid Company Prefix."},
+                 {DocumentPrefix().empty(), "Invalid Document Prefix."},
+                 {BranchPrefix().empty(), "Invalid Branch Prefix."},
+                 {date.is_zero(), date_message},
+                 {VendorCode().empty(), "Invalid Vendor Code."}}) &&
+         passes(own) && passes({{CurrencyCode().empty(), "Invalid Currency Code."}});
+}
+
+std::string Document::final_number(double identity) const {
+  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + general_text(identity);
+}
+
+std::string Document::temporary_number(double identity) const {
+  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + "TMP" + general_text(identity);
+}
+
+}  // namespace ombrix::purchase

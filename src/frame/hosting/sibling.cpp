@@ -1,0 +1,53 @@
+#include "frame/hosting/sibling.h"
+
+#include "ombrix/components.h"
+
+namespace ombrix {
+
+template <class Run>
+bool Sibling::watched(Call::Kind kind, std::string_view member, Run run) {
+  if (!instruments_ || instruments_->idle()) {
+    run();
+    return true;
+  }
+  Call call{.kind = kind, .road = Call::Road::sibling, .text = name_};
+  if (!member.empty()) call.text.append(".").append(member);
+  if (!instruments_->admit(call, nullptr)) return false;
+  run();
+  if (instruments_->observer) instruments_->observer(call);
+  return true;
+}
+
+Sibling::Sibling(std::string_view name, std::shared_ptr<database::Instruments> instruments)
+    : name_(name), instruments_(std::move(instruments)) {
+  watched(Call::Kind::make, "", [&] { object_ = create_object(name_); });
+}
+
+void Sibling::set(std::string_view member, const Value& value) {
+  watched(Call::Kind::assign, member, [&] {
+    if (value.is_object()) {
+      object_->set(member, value.to_object());
+    } else {
+      object_->let(member, value);
+    }
+  });
+}
+
+void Sibling::set(std::initializer_list<std::pair<std::string_view, Value>> members) {
+  for (const auto& [member, value] : members) set(member, value);
+}
+
+Value Sibling::get(std::string_view member) {
+  Value value;
+  watched(Call::Kind::fetch, member, [&] { value = object_->get(member); });
+  return value;
+}
+
+bool Sibling::call(std::string_view method, std::span<Value> arguments) {
+  bool answer = false;
+  const bool made = watched(Call::Kind::invoke, method,
+                            [&] { answer = object_->call(method, arguments).to_flag(); });
+  return made && answer;
+}
+
+}  // namespace ombrix

@@ -1,0 +1,166 @@
+#include "ombrix/purchase/lpo.h"
+
+#include "frame/database/statement.h"
+#include "frame/numbering.h"
+#include "frame/trap.h"
+#include "orders/lpo_columns.h"
+
+namespace ombrix::purchase {
+
+using database::sql;
+using database::text;
+using detail::Held;
+
+namespace {
+
+/// The overall discount of an order, spread over its lines by their amounts; the last line takes
+/// what the others left, so that the shares add up.
+class DiscountSpread {
+ public:
+  explicit DiscountSpread(const LPO& order) : order_(order) {}
+
+  void share(LPOLine& line, bool last) {
+    if (order_.LPOFCDiscountAmount() <= 0) return;
+    if (last) {
+      line.overall_fc_discount = rounded(order_.LPOFCDiscountAmount() - spread_fc_);
+      line.overall_discount = rounded(order_.LPODiscountAmount() - spread_);
+      return;
+    }
+    const double share = rounded(order_.LPODiscountPercent() / 100 * line.number(12));
+    line.overall_fc_discount = share;
+    line.overall_discount = share;
+    spread_fc_ += share;
+    spread_ += share;
+  }
+
+ private:
+  double rounded(double amount) const { return round_half_even(amount, order_.AmtDig()); }
+
+  const LPO& order_;
+  double spread_fc_ = 0;
+  double spread_ = 0;
+};
+
+/// Rows with an item of the company's or the vendor's; a blank row between them does not end it.
+std::int32_t count_lines(const Grid& grid) {
+  std::int32_t count = 0;
+  const std::int32_t rows = grid.Rows();
+  for (std::int32_t row = 1; row < rows; ++row) {
+    if (!grid.TextMatrix(row, 1).empty() || !grid.TextMatrix(row, 2).empty()) ++count;
+  }
+  return count;
+}
+
+Grid& given(const std::shared_ptr<Grid>& grid) {
+  if (!grid) raise_not_set();
+  return *grid;
+}
+
+}  // namespace
+
+LPO::LPO() : Document(Connected::unopened) {}
+
+bool LPO::Validate_LPO() {
+  return valid("Invalid LPO Date.", LPODate(), {{VendorName().empty(), "Invalid Vendor Name."}});
+}
+
+bool LPO::Create_LPO() {
+  if (!Validate_LPO()) return false;
+  return trapped(Trap::plain, [&] {
+    return create_under_temporary_number(
+        {Held::of(LPOIdentity), Held::of(LPONo)}, [&] { return Save_LPO_Master(); },
+        [&] { return Save_LPO_Detail() || refused("Invalid Details"); });
+  });
+}
+
+bool LPO::Update_LPO() {
+  if (!Validate_LPO()) return false;
+  return trapped(Trap::plain, [&] {
+    if (LPONo().empty()) return refused("Invalid LPO No.");
+    return Save_LPO_Master() && Save_LPO_Detail();
+  });
+}
+
+bool LPO::Save_LPO_Master() {
+  return trapped(Trap::plain, [&] {
+    auto master = open(sql({"Select * From LPO_Master Where LPO_No=", text(LPONo())}), Keyset);
+    if (master.IsEOF()) {
+      master.AddNew();
+      write_columns(lpo_key_columns(), *this, master);
+    } else {
+      execute(sql({"Delete From LPO_Detail Where LPO_No=", text(LPONo())}));
+    }
+    LPODiscountAmount = LPOFCDiscountAmount;
+    LPOSubTotal = LPOFCSubtotal;
+    LPOTotalAmount = LPOFCTotalAmount;
+    write_columns(lpo_master_columns(), *this, master);
+    master.Update();
+    return true;
+  });
+}
+
+bool LPO::Save_LPO_Detail() {
+  return trapped(Trap::plain, [&] {
+    Grid& grid = given(GridName());
+    const std::int32_t lines = count_lines(grid);
+    auto detail = open(sql({"Select * from LPO_Detail"}), Dynamic);
+    DiscountSpread discount(*this);
+    std::int32_t serial = 0;
+    const std::int32_t rows = grid.Rows();
+    for (std::int32_t row = 1; row < rows; ++row) {
+      LPOLine line{{grid, row}, *this};
+      if (line.text(1).empty() && line.text(3).empty()) break;
+      if (line.text(15).empty()) return refused("Invalid Account No");
+      if (line.number(7) <= 0) continue;
+      detail.AddNew();
+      line.serial = ++serial;
+      discount.share(line, row == lines);
+      write_columns(lpo_detail_columns(), line, detail);
+      detail.Update();
+    }
+    return serial > 0;
+  });
+}
+
+bool LPO::Get_LPO() {
+  return trapped(Trap::skip_null, [&] {
+    if (ConnectionString().empty()) return refused("Invalid Connection string Property.");
+    if (LPONo().empty()) return refused("Invalid LPO Number");
+    auto master = open_fresh(sql({"Select * from LPO_Master Where LPO_No=", text(LPONo())}), Keyset,
+                             ConnectionString());
+    if (master.RecordCount() < 1) return refused("Invalid LPO Number");
+    read_columns_skipping_null(lpo_key_columns(), *this, master);
+    read_columns_skipping_null(lpo_master_columns(), *this, master);
+    read_exchange_rate(master);
+    return Get_LPO_Detail();
+  });
+}
+
+void LPO::read_exchange_rate(Recordset& master) {
+  const Value foreign = master("Foreign_Currency_Flag");
+  if (foreign.is_null() || !foreign.to_flag()) {
+    ExchangeRate = 1;
+    return;
+  }
+  const Value rate = master("Exchange_Rate");
+  if (!rate.is_null()) ExchangeRate = rate.to_number();
+}
+
+bool LPO::Get_LPO_Detail() {
+  return trapped(Trap::plain, [&] {
+    auto detail = open_fresh(
+        sql({"Select * from LPO_Detail Where LPO_No=", text(LPONo()), " Order By SL_No"}), Keyset,
+        ConnectionString());
+    const auto count = static_cast<std::int32_t>(detail.RecordCount());
+    Grid& grid = given(GridName());
+    if (ProcessedFlag() || grid.Rows() < count) grid.Rows(count + 2);
+    for (std::int32_t row = 1; row <= count; ++row) {
+      LPOLine line{{grid, row}, *this};
+      read_columns(lpo_detail_columns(), line, detail);
+      detail.MoveNext();
+    }
+    return true;
+  });
+}
+
+}  // namespace ombrix::purchase

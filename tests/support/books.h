@@ -1,0 +1,57 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ombrix/connection.h"
+#include "ombrix/value.h"
+
+namespace ombrix::testing {
+
+/// The databases that every test which touches one runs on.
+std::vector<std::string> databases();
+
+/// A fresh database with the schema, gone with this object.
+class Books {
+ public:
+  /// `database` is one of `databases()`.
+  explicit Books(const std::string& database);
+  ~Books();
+  Books(const Books&) = delete;
+  Books& operator=(const Books&) = delete;
+
+  /// The connection text, with `more` keys behind it ("Busy Timeout=100").
+  std::string text(std::string_view more = "") const;
+  /// The client's connection, open.
+  const std::shared_ptr<Connection>& connection() const { return connection_; }
+  /// One more connection to the same database.
+  std::shared_ptr<Connection> another() const { return Connection::open(text_); }
+
+  void execute(std::string_view statements) const { connection_->Execute(statements); }
+  /// All rows of a select, read through a connection of its own.
+  std::vector<std::vector<Value>> rows(std::string_view select,
+                                       const std::vector<std::string>& columns) const;
+  /// The one value of a select whose column is named `V`, Empty when there is no row.
+  Value value(std::string_view select) const;
+  /// Every row of every table as text, tables by name, rows in key order; committed work only.
+  std::string dump() const;
+
+ private:
+  std::string folder_;
+  std::string text_;
+  std::shared_ptr<Connection> connection_;
+};
+
+/// A test that runs on each of `databases()`.
+class OnEachDatabase : public ::testing::TestWithParam<std::string> {
+ protected:
+  Books books{GetParam()};
+};
+#define OMBRIX_ON_EACH_DATABASE(Suite)                                                     \
+  INSTANTIATE_TEST_SUITE_P(On, Suite, ::testing::ValuesIn(::ombrix::testing::databases()), \
+                           [](const auto& info) { return info.param; })
+
+}  // namespace ombrix::testing
