@@ -52,6 +52,6 @@ class OnEachDatabase : public ::testing::TestWithParam<std::string> {
 };
 #define OMBRIX_ON_EACH_DATABASE(Suite)                                                     \
   INSTANTIATE_TEST_SUITE_P(On, Suite, ::testing::ValuesIn(::ombrix::testing::databases()), \
-                           [](const auto& info) { return info.param; })
+                           [](const auto& chosen) { return chosen.param; })
 
 }  // namespace ombrix::testing
