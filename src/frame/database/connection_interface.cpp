@@ -24,17 +24,23 @@ constexpr Member plain_call(std::string_view name) {
           }};
 }
 
+constexpr Parameter kMaybeText[] = {{.type = "String", .optional = true}};
+/// The second is left empty by callers that pass options as the third.
+constexpr Parameter kStatement[] = {
+    {.type = "String"}, {.type = "Variant", .optional = true}, {.type = "Long", .optional = true}};
+
 constexpr Member kMembers[] = {
     {.name = "ConnectionString",
      .access = Access::get,
+     .type = "String",
      .get = [](void* self, std::span<Value>) { return Value(self_of(self).ConnectionString()); }},
     {.name = "State",
      .access = Access::get,
+     .type = "Long",
      .get = [](void* self, std::span<Value>) { return Value(self_of(self).State()); }},
     {.name = "Open",
      .access = Access::call,
-     .least_arguments = 0,
-     .most_arguments = 1,
+     .parameters = kMaybeText,
      .call =
          [](void* self, std::span<Value> arguments) {
            open_late(self_of(self),
@@ -44,8 +50,7 @@ constexpr Member kMembers[] = {
     plain_call<&Connection::Close>("Close"),
     {.name = "Execute",
      .access = Access::call,
-     .least_arguments = 1,
-     .most_arguments = 3,
+     .parameters = kStatement,
      .call =
          [](void* self, std::span<Value> arguments) {
            const std::int64_t rows = self_of(self).Execute(arguments[0].to_text());

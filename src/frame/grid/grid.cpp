@@ -18,16 +18,20 @@ Grid& grid(void* self) {
   return *static_cast<Grid*>(self);
 }
 
+constexpr Parameter kCell[] = {{"Long"}, {"Long"}};
+constexpr Parameter kRange[] = {{"Long"}, {"Long"}, {"Long"}, {"Long"}, {"Long"}};
+
 constexpr Member kMembers[] = {
     {.name = "Rows",
      .access = kGetLet,
+     .type = "Long",
      .get = [](void* self, std::span<Value>) { return Value(grid(self).Rows()); },
      .let = [](void* self, const Value& value,
                std::span<Value>) { grid(self).Rows(value.to_long()); }},
     {.name = "TextMatrix",
      .access = kGetLet,
-     .least_arguments = 2,
-     .most_arguments = 2,
+     .type = "String",
+     .parameters = kCell,
      .get =
          [](void* self, std::span<Value> cell) {
            return Value(grid(self).TextMatrix(cell[0].to_long(), cell[1].to_long()));
@@ -38,16 +42,16 @@ constexpr Member kMembers[] = {
          }},
     {.name = "ValueMatrix",
      .access = Access::get,
-     .least_arguments = 2,
-     .most_arguments = 2,
+     .type = "Double",
+     .parameters = kCell,
      .get =
          [](void* self, std::span<Value> cell) {
            return Value(grid(self).ValueMatrix(cell[0].to_long(), cell[1].to_long()));
          }},
     {.name = "Cell",
      .access = Access::let,
-     .least_arguments = 5,
-     .most_arguments = 5,
+     .type = "Variant",
+     .parameters = kRange,
      .let =
          [](void* self, const Value& value, std::span<Value> range) {
            grid(self).Cell(range[0].to_long(), range[1].to_long(), range[2].to_long(),

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
@@ -15,28 +17,60 @@
 
 namespace ombrix {
 
-/// A member of a class as every face of the library sees it. `self` is the object that the table
-/// was made for. A function that the member does not offer is null.
+class Connection;
+class Grid;
+
+/// A parameter of a method, or the value of a property, as a reader is told of it.
+struct Parameter {
+  std::string_view type;
+  bool by_reference = false;
+  bool optional = false;
+};
+
+/// A member of a class as every face of the library sees it. `self` is the object that the table was
+/// made for. A function that the member does not offer is null.
 struct Member {
   std::string_view name;
   Access access = Access::none;
-  std::size_t least_arguments = 0;
-  std::size_t most_arguments = 0;
+  std::string_view type = "";  ///< of the property or the answer
+  std::span<const Parameter> parameters = {};
   Value (*get)(void* self, std::span<Value> arguments) = nullptr;
   void (*let)(void* self, const Value& value, std::span<Value> arguments) = nullptr;
   void (*set)(void* self, const ObjectRef& object) = nullptr;
   Value (*call)(void* self, std::span<Value> arguments) = nullptr;
 };
 
+/// A "Type mismatch" in what the caller passed, with what the member takes.
+class Mismatch final : public Failure {
+ public:
+  explicit Mismatch(std::string hint) : Failure(13, "Type mismatch"), hint_(std::move(hint)) {}
+  const std::string& hint() const { return hint_; }
+
+ private:
+  std::string hint_;
+};
+
 /// The members of a class in dispatch order. Late calls of every kind go through here.
 class Interface {
  public:
-  constexpr Interface(std::string_view class_name, std::span<const Member> members)
-      : class_name_(class_name), members_(members) {}
+  /// Names are looked up in a table that is made with the interface, at compile time; two members
+  /// of one name do not compile.
+  consteval Interface(std::string_view class_name, std::span<const Member> members)
+      : class_name_(class_name), members_(members) {
+    for (std::size_t member = 0; member < members.size(); ++member) {
+      std::size_t slot = hash(members[member].name);
+      for (; slots_[slot] != 0; slot = (slot + 1) % kSlots) {
+        if (same(members[slots_[slot] - 1U].name, members[member].name)) throw "two of one name";
+      }
+      slots_[slot] = static_cast<std::uint8_t>(member + 1);
+    }
+  }
 
   std::string_view class_name() const { return class_name_; }
   std::span<const Member> members() const { return members_; }
   std::vector<MemberInfo> infos() const;
+  /// Null when there is none of that name.
+  const Member* find(std::string_view name) const;
 
   Value get(void* self, std::string_view member, std::span<Value> arguments) const;
   void let(void* self, std::string_view member, const Value& value,
@@ -45,11 +79,35 @@ class Interface {
   Value call(void* self, std::string_view member, std::span<Value> arguments) const;
 
  private:
+  static constexpr std::size_t kSlots = 256;
+
+  static constexpr char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+  }
+  static constexpr bool same(std::string_view left, std::string_view right) {
+    if (left.size() != right.size()) return false;
+    for (std::size_t i = 0; i < left.size(); ++i) {
+      if (lower(left[i]) != lower(right[i])) return false;
+    }
+    return true;
+  }
+  static constexpr std::size_t hash(std::string_view name) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(lower(c))) * 16777619U;
+    return (hash ^ (hash >> 16)) % kSlots;
+  }
+
   const Member& offered(std::string_view name, Access access, std::span<Value> arguments) const;
 
   std::string_view class_name_;
   std::span<const Member> members_;
+  std::array<std::uint8_t, kSlots> slots_{};  ///< place in `members_` from 1; 0 is free
 };
+
+/// Any object with the members of a grid serves as one; the second gives back the object that the
+/// client handed over.
+std::shared_ptr<Grid> as_grid(const ObjectRef& object);
+ObjectRef object_of(const std::shared_ptr<Grid>& grid);
 
 namespace detail {
 
@@ -67,9 +125,34 @@ struct IsOptional<std::optional<T>> : std::true_type {
 };
 
 template <class T>
+constexpr std::string_view type_name() {
+  if constexpr (std::is_same_v<T, std::string>) {
+    return "String";
+  } else if constexpr (std::is_same_v<T, double>) {
+    return "Double";
+  } else if constexpr (std::is_same_v<T, std::int32_t>) {
+    return "Long";
+  } else if constexpr (std::is_same_v<T, bool>) {
+    return "Boolean";
+  } else if constexpr (std::is_same_v<T, Date>) {
+    return "Date";
+  } else if constexpr (std::is_same_v<T, std::shared_ptr<Grid>>) {
+    return "grid";
+  } else if constexpr (std::is_same_v<T, std::shared_ptr<Connection>>) {
+    return "connection";
+  } else if constexpr (std::is_void_v<T>) {
+    return "";
+  } else {
+    return "Variant";
+  }
+}
+
+template <class T>
 T from_value(const Value& value) {
   if constexpr (std::is_same_v<T, Value>) {
     return value;
+  } else if constexpr (std::is_same_v<T, std::shared_ptr<Grid>>) {
+    return as_grid(value.to_object());
   } else if constexpr (IsShared<T>::value) {
     const ObjectRef object = value.to_object();
     auto typed = std::dynamic_pointer_cast<typename IsShared<T>::Object>(object);
@@ -89,14 +172,28 @@ struct Argument {
       std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>;
   static constexpr bool optional = IsOptional<T>::value;
 
+  static constexpr Parameter parameter() {
+    if constexpr (optional) {
+      return {type_name<typename IsOptional<T>::Held>(), by_reference, true};
+    } else {
+      return {type_name<T>(), by_reference, false};
+    }
+  }
+
   T held{};
 
   void take(std::span<Value> arguments, std::size_t place) {
-    if constexpr (optional) {
-      if (place < arguments.size())
-        held = from_value<typename IsOptional<T>::Held>(arguments[place]);
-    } else {
-      held = from_value<T>(arguments[place]);
+    try {
+      if constexpr (optional) {
+        using Inner = typename IsOptional<T>::Held;
+        if (place < arguments.size()) held = from_value<Inner>(arguments[place]);
+      } else {
+        held = from_value<T>(arguments[place]);
+      }
+    } catch (const Failure& failure) {
+      if (failure.number() != 13) throw;
+      throw Mismatch("argument " + std::to_string(place + 1) + " takes a " +
+                     std::string(parameter().type));
     }
   }
   void give_back(std::span<Value> arguments, std::size_t place) {
@@ -108,8 +205,8 @@ template <class Method>
 struct MethodShape;
 template <class C, class R, class... P>
 struct MethodShape<R (C::*)(P...)> {
-  static constexpr std::size_t most = sizeof...(P);
-  static constexpr std::size_t least = (std::size_t{0} + ... + (Argument<P>::optional ? 0 : 1));
+  using Answer = R;
+  static constexpr std::array<Parameter, sizeof...(P)> parameters{Argument<P>::parameter()...};
 
   template <auto Method, class Self>
   static Value invoke(Self& self, std::span<Value> values) {
@@ -155,9 +252,16 @@ struct MembersOf {
   static constexpr Member property(std::string_view name) {
     using Property = typename detail::PropertyOf<decltype(P)>::Type;
     using T = typename Property::Type;
-    Member member{.name = name, .access = Property::access};
+    Member member{.name = name, .access = Property::access, .type = detail::type_name<T>()};
     if constexpr (allows(Property::access, Access::get)) {
-      member.get = [](void* self, std::span<Value>) { return Value((of(self).*P)()); };
+      member.get = [](void* self, std::span<Value>) {
+        const T& held = (of(self).*P)();
+        if constexpr (std::is_same_v<T, std::shared_ptr<Grid>>) {
+          return Value(object_of(held));
+        } else {
+          return Value(held);
+        }
+      };
     }
     if constexpr (allows(Property::access, Access::let)) {
       member.let = [](void* self, const Value& value, std::span<Value>) {
@@ -177,18 +281,10 @@ struct MembersOf {
     using Shape = detail::MethodShape<decltype(M)>;
     return {.name = name,
             .access = Access::call,
-            .least_arguments = Shape::least,
-            .most_arguments = Shape::most,
+            .type = detail::type_name<typename Shape::Answer>(),
+            .parameters = Shape::parameters,
             .call = [](void* self, std::span<Value> arguments) {
               return Shape::template invoke<M>(of(self), arguments);
-            }};
-  }
-
-  /// A value that the object only tells.
-  template <auto Getter>
-  static constexpr Member reading(std::string_view name) {
-    return {.name = name, .access = Access::get, .get = [](void* self, std::span<Value>) {
-              return Value((of(self).*Getter)());
             }};
   }
 
