@@ -18,13 +18,20 @@ bool schema_stands(Session& session) {
   return version->fetch({{database::Kind::integer, std::int64_t{kSchemaVersion}}}).count > 0;
 }
 
-std::string schema_for(const database::Dialect& dialect) {
-  constexpr std::string_view kGeneratedKey = " generated_key";
-  std::string text(kSchemaText);
-  for (auto place = text.find(kGeneratedKey); place != std::string::npos;
-       place = text.find(kGeneratedKey, place)) {
-    text.replace(place + 1, kGeneratedKey.size() - 1, dialect.generated_key);
+void replace_each(std::string& text, std::string_view word, std::string_view by) {
+  for (auto place = text.find(word); place != std::string::npos;
+       place = text.find(word, place + by.size())) {
+    text.replace(place, word.size(), by);
   }
+}
+
+/// The schema is written once; a driver says some types in its own words.
+std::string schema_for(const database::Dialect& dialect) {
+  std::string text(kSchemaText);
+  const std::string text_type(dialect.text_type);
+  replace_each(text, " text,", " " + text_type + ",");
+  replace_each(text, " text not null", " " + text_type + " not null");
+  replace_each(text, " generated_key,", " " + std::string(dialect.generated_key) + ",");
   return text;
 }
 

@@ -2,6 +2,7 @@
 
 #include "ombrix/failure.h"
 
+#include "frame/database/postgres/postgres_session.h"
 #include "frame/database/sqlite/sqlite_session.h"
 #include "frame/text.h"
 
@@ -10,7 +11,9 @@ namespace ombrix::database {
 std::unique_ptr<DriverSession> open_driver_session(const ConnectionText& text, Missing missing) {
   const std::string& driver = text.required("driver", "Driver");
   if (same_name(driver, "SQLite")) return open_sqlite_session(text, missing);
-  throw Failure(kDatabaseFailure, "Invalid connection text: \"Driver\" must be SQLite.");
+  if (same_name(driver, "PostgreSQL")) return open_postgres_session(text);
+  throw Failure(kDatabaseFailure,
+                "Invalid connection text: \"Driver\" must be SQLite or PostgreSQL.");
 }
 
 }  // namespace ombrix::database

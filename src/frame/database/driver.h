@@ -46,6 +46,7 @@ class Prepared {
 struct Dialect {
   std::string_view row_lock;       ///< behind a select whose rows are to be locked, or ""
   std::string_view key_order;      ///< behind a text column in an order, or ""
+  std::string_view text_type;      ///< of a text column that sorts by its bytes
   std::string_view generated_key;  ///< type of a key that the database counts up itself
   std::string_view schema_lock;    ///< taken before the schema is made, or ""
 };

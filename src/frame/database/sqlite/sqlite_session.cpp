@@ -177,6 +177,7 @@ class SqliteSession final : public DriverSession {
   const Dialect& dialect() const override {
     static constexpr Dialect kDialect{.row_lock = "",
                                       .key_order = "",
+                                      .text_type = "text",
                                       .generated_key = "integer primary key autoincrement",
                                       .schema_lock = ""};
     return kDialect;
