@@ -42,6 +42,10 @@ Piece digits(std::string_view value) {
   return {Piece::Kind::digits, std::string(value)};
 }
 
+Piece date_value(const Date& date) {
+  return {Piece::Kind::date, date.short_text()};
+}
+
 Piece name(std::string_view value) {
   return {Piece::Kind::name, std::string(value)};
 }
@@ -58,7 +62,11 @@ std::string Statement::prepared_text() const {
       case Piece::Kind::name:
         text += *piece.value_;
         break;
+      case Piece::Kind::flag:
+        text.append(piece.literal_).append("<>0");
+        break;
       case Piece::Kind::text:
+      case Piece::Kind::date:
       case Piece::Kind::number:
       case Piece::Kind::digits: {
         char digits[8] = {'$'};
@@ -75,10 +83,23 @@ Parameters Statement::parameters() const {
   Parameters parameters;
   parameters.reserve(pieces_.size() / 2);
   for (const Piece& piece : pieces_) {
-    if (piece.kind_ == Piece::Kind::text) parameters.push_back({Kind::text, *piece.value_});
-    if (piece.kind_ == Piece::Kind::number) parameters.push_back(number_parameter(piece.number_));
-    if (piece.kind_ == Piece::Kind::digits) {
-      parameters.push_back(number_parameter(digits_value(*piece.value_)));
+    switch (piece.kind_) {
+      case Piece::Kind::text:
+        parameters.push_back({Kind::text, *piece.value_});
+        break;
+      case Piece::Kind::date:
+        parameters.push_back({Kind::text, Date::parse(*piece.value_).stored_text()});
+        break;
+      case Piece::Kind::number:
+        parameters.push_back(number_parameter(piece.number_));
+        break;
+      case Piece::Kind::digits:
+        parameters.push_back(number_parameter(digits_value(*piece.value_)));
+        break;
+      case Piece::Kind::literal:
+      case Piece::Kind::flag:
+      case Piece::Kind::name:
+        break;
     }
   }
   return parameters;
@@ -87,12 +108,22 @@ Parameters Statement::parameters() const {
 std::string Statement::joined_text() const {
   std::string text;
   for (const Piece& piece : pieces_) {
-    if (piece.kind_ == Piece::Kind::literal) {
-      text += piece.literal_;
-    } else if (piece.kind_ == Piece::Kind::text) {
-      text.append("'").append(*piece.value_).append("'");
-    } else {
-      text += *piece.value_;
+    switch (piece.kind_) {
+      case Piece::Kind::literal:
+      case Piece::Kind::flag:
+        text += piece.literal_;
+        break;
+      case Piece::Kind::text:
+        text.append("'").append(*piece.value_).append("'");
+        break;
+      case Piece::Kind::date:
+        text.append("DateValue('").append(*piece.value_).append("')");
+        break;
+      case Piece::Kind::number:
+      case Piece::Kind::digits:
+      case Piece::Kind::name:
+        text += *piece.value_;
+        break;
     }
   }
   return text;
@@ -109,6 +140,8 @@ void Statement::verify(Session& session) const {
       case Piece::Kind::name:
         return is_plain_name(*piece.value_);
       case Piece::Kind::literal:
+      case Piece::Kind::flag:
+      case Piece::Kind::date:
       case Piece::Kind::number:
         return true;
     }

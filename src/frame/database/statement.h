@@ -27,8 +27,11 @@ class Piece {
   friend Piece number(double value);
   friend Piece digits(std::string_view value);
   friend Piece name(std::string_view value);
+  friend Piece date_value(const Date& date);
+  friend consteval Piece flag(const char* column);
 
-  enum class Kind : unsigned char { literal, text, number, digits, name };
+  enum class Kind : unsigned char { literal, flag, text, date, number, digits, name };
+  consteval Piece(Kind kind, const char* literal) : kind_(kind), literal_(literal) {}
   Piece(Kind kind, std::string value) : kind_(kind), value_(std::move(value)) {}
 
   Kind kind_;
@@ -50,6 +53,13 @@ Piece number(double value);
 Piece digits(std::string_view value);
 /// The plain name of a table or column, from a caller.
 Piece name(std::string_view value);
+/// `DateValue('...')`: the day of a date, without its time.
+Piece date_value(const Date& date);
+/// A flag column as a condition of its own, true when it holds neither 0 nor Null. A reader sees
+/// the bare column; some databases want to be told what a flag is.
+consteval Piece flag(const char* column) {
+  return {Piece::Kind::flag, column};
+}
 
 /// A statement, as literals and values kept apart. Nothing else in the library makes one for the
 /// database, so that no value ever changes what a statement does.
