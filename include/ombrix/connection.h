@@ -50,6 +50,8 @@ class Connection final : public Object {
 
   /// Transactions do not nest: a second `BeginTrans` raises, as do the others without a first.
   /// On SQLite the write lock of the file is taken at once.
+  /// On PostgreSQL, once a statement in a transaction failed, the server refuses all that follow
+  /// until `RollbackTrans`; `CommitTrans` then rolls back and raises.
   void BeginTrans();
   void CommitTrans();
   void RollbackTrans();
@@ -84,6 +86,9 @@ class Connection final : public Object {
 /// Reads through a text see only committed work, so a document cannot be created and processed in
 /// one transaction where its processing begins with such a read: create and process an order in
 /// two.
+///
+/// On PostgreSQL, once a statement in `call` failed, the server refuses all that follow until the
+/// rollback: a `call` that goes on behind a failure gets nothing done, and answering true raises.
 template <class Body>
 bool all_or_nothing(Connection& connection, Body&& body) {
   connection.BeginTrans();

@@ -23,7 +23,7 @@ struct MemberInfo {
   int number;             ///< place in dispatch order, from 1
   std::string_view name;  ///< lives as long as the object, as does the type
   Access access;
-  std::string_view type = "";  ///< of the property or the answer: "String", "Double", ...
+  std::string_view type{};  ///< of the property or the answer: "String", "Double", ...
 };
 
 /// An object whose members are reached by their names at run time: a component of the suite, a

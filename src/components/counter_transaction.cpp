@@ -81,13 +81,16 @@ bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connectio
     return refuse("No counter for document series \"" + DocumentPrefix() + "\" of company \"" +
                   CompanyPrefix() + "\", branch \"" + BranchPrefix() + "\".");
   }
-  claim_ = Claim{connection,     CompanyPrefix(),
-                 BranchPrefix(), DocumentPrefix(),
-                 for_temporary,  *claimed,
-                 *claimed + 1,   database::ConnectionAccess::session(*connection)->rollbacks()};
+  const auto& session = database::ConnectionAccess::session(*connection);
+  claim_ = Claim{connection, CompanyPrefix(), BranchPrefix(), DocumentPrefix(),    for_temporary,
+                 *claimed,   *claimed + 1,    session,        session->rollbacks()};
   double drawn = *claimed;
   while (is_borne(*connection, drawn, for_temporary)) {
-    drawn = claim(*connection, for_temporary).value();
+    claimed = claim(*connection, for_temporary);
+    if (!claimed) return refuse("The counter's series went while a number was drawn.");
+    drawn = *claimed;
+    // Another caller holds the numbers in between, and they are not ours to give back.
+    if (drawn != claim_->after) claim_->before = drawn;
     claim_->after = drawn + 1;
   }
   Held::of(NextDocumentNo) = drawn;
@@ -137,9 +140,10 @@ void CounterTransaction::give_back() noexcept {
   if (!claim_) return;
   try {
     const Claim claim = *std::exchange(claim_, std::nullopt);
-    const auto& session = *database::ConnectionAccess::session(*claim.connection);
-    // A rollback has put the counter back already, and another caller may have drawn since.
-    if (session.rollbacks() != claim.rollbacks) return;
+    const auto& session = database::ConnectionAccess::session(*claim.connection);
+    // A rollback, or the end of the session, has put the counter back already, and another caller
+    // may have drawn since.
+    if (session != claim.session.lock() || session->rollbacks() != claim.rollbacks) return;
     database::execute(retreat(claim.series, claim.company, claim.branch, claim.temporary,
                               claim.before, claim.after),
                       *claim.connection);

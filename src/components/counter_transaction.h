@@ -44,7 +44,9 @@ class CounterTransaction {
     bool temporary;
     double before;  ///< where the counter stood
     double after;
-    std::int64_t rollbacks;  ///< of the session when it was claimed
+    /// On which it was claimed, and how many rollbacks that had seen.
+    std::weak_ptr<database::Session> session;
+    std::int64_t rollbacks;
   };
 
   bool refuse(std::string reason);

@@ -1,5 +1,6 @@
 #include "frame/numbering.h"
 
+#include <utility>
 #include <vector>
 
 #include "frame/database/statement.h"
@@ -25,8 +26,9 @@ bool Document::Counter::draw(std::optional<bool> temporary) {
   // The connection goes by reference: the component may hand another one back.
   const ObjectRef returned = arguments[0].to_object();
   if (returned != connection) {
-    connection = std::dynamic_pointer_cast<Connection>(returned);
-    if (returned && !connection) raise_type_mismatch();
+    auto taken = std::dynamic_pointer_cast<Connection>(returned);
+    if (returned && !taken) raise_type_mismatch();
+    connection = std::move(taken);
   }
   return drawn || document_.refused_by(component_);
 }

@@ -15,7 +15,7 @@ bool schema_stands(Session& session) {
   if (!session.table("Ombrix_Schema")) return false;
   const auto version = session.prepared("Select Version From Ombrix_Schema Where Version = $1",
                                         {{database::Kind::integer, std::int64_t{kSchemaVersion}}});
-  return version->fetch({{database::Kind::integer, std::int64_t{kSchemaVersion}}}).count > 0;
+  return version->fetch({{database::Kind::integer, std::int64_t{kSchemaVersion}}}).count() > 0;
 }
 
 void replace_each(std::string& text, std::string_view word, std::string_view by) {

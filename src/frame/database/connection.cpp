@@ -83,8 +83,7 @@ void Connection::BeginTrans() {
 
 void Connection::CommitTrans() {
   if (!in_transaction()) throw Failure(kDatabaseFailure, "No transaction is open.");
-  transact(*this, Call::Kind::commit, "Commit",
-           [](Session& session) { session.driver().commit(); });
+  transact(*this, Call::Kind::commit, "Commit", [](Session& session) { session.commit(); });
 }
 
 void Connection::RollbackTrans() {

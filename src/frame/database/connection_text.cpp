@@ -73,7 +73,7 @@ const std::string& ConnectionText::required(std::string_view key, std::string_vi
 void ConnectionText::only(std::initializer_list<std::string_view> keys) const {
   for (const auto& [key, value] : values_) {
     if (std::find(keys.begin(), keys.end(), key) != keys.end()) continue;
-    if (values_.contains("password")) raise_text("a key is not known.");
+    if (values_.contains("password") || values_.contains("pwd")) raise_text("a key is not known.");
     raise_text("the key \"" + key + "\" is not known.");
   }
 }

@@ -10,6 +10,7 @@
 
 #include "frame/database/cell.h"
 #include "frame/database/connection_text.h"
+#include "frame/database/rows.h"
 
 namespace ombrix::database {
 
@@ -23,12 +24,6 @@ struct Table {
   std::string name;
   std::vector<TableColumn> columns;
   std::vector<std::string> key;  ///< primary key, in order; empty for a view
-};
-
-/// All rows of a result, row after row.
-struct Rows {
-  std::vector<Cell> cells;
-  std::size_t count = 0;
 };
 
 /// A statement that a session keeps prepared. `$1`, `$2`, ... stand for its parameters.

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
+#include "frame/database/row_text.h"
+
 namespace ombrix {
 
 using database::Cell;
-using database::ColumnCell;
-using database::Form;
 using database::Parameters;
+using database::RowWrite;
 
 namespace {
 
@@ -66,7 +67,7 @@ Recordset::Rows::Rows(Source source, const MakeQuery& make_query) : source_(std:
 
 std::size_t Recordset::Rows::count() {
   fetch();
-  return fetched_.count;
+  return fetched_.count();
 }
 
 void Recordset::Rows::fetch() {
@@ -75,10 +76,20 @@ void Recordset::Rows::fetch() {
       Call::Kind::read, [&] { return source_.joined; },
       [&] {
         source_.session->driver();
-        fetched_ = plan_->statement->fetch(parameters_);
-        return static_cast<std::int64_t>(fetched_.count);
+        fetched_ = fetch_rows();
+        return static_cast<std::int64_t>(fetched_.count());
       });
   looked_ = true;
+}
+
+database::Rows Recordset::Rows::fetch_rows() {
+  try {
+    return plan_->statement->fetch(parameters_);
+  } catch (const Failure&) {
+    // The tables may have changed under the plan: the next to read makes a new one.
+    source_.session->forget();
+    throw;
+  }
 }
 
 void Recordset::Rows::move_next() {
@@ -90,10 +101,11 @@ void Recordset::Rows::move_next() {
 
 Value Recordset::Rows::read(std::string_view name) {
   const std::size_t place = place_of(name);
-  for (const auto& [changed, cell] : changes_) {
-    if (changed == place) return database::to_value(cell);
+  for (const Change& change : changes_) {
+    if (change.place == place) return database::to_value(change.cell);
   }
-  return database::to_value(current()[place]);
+  require_row();
+  return database::to_value(held(place));
 }
 
 void Recordset::Rows::write(std::string_view name, const Value& value) {
@@ -101,14 +113,14 @@ void Recordset::Rows::write(std::string_view name, const Value& value) {
   const std::size_t place = place_of(name);
   const auto kind = plan_->kinds[place];
   if (!kind) raise_not_updatable();
-  current();
+  require_row();
   Cell cell = database::to_cell(value, *kind);
   const auto same = std::find_if(changes_.begin(), changes_.end(),
-                                 [&](const auto& change) { return change.first == place; });
+                                 [&](const Change& change) { return change.place == place; });
   if (same != changes_.end()) {
-    same->second = std::move(cell);
+    same->cell = std::move(cell);
   } else {
-    changes_.emplace_back(place, std::move(cell));
+    changes_.push_back({place, std::move(cell)});
   }
 }
 
@@ -117,126 +129,154 @@ void Recordset::Rows::add_new() {
   update();
   leave_row();
   adding_ = true;
-  row_ = initial_row();
+  begun_ = true;
 }
 
 void Recordset::Rows::update() {
   if (adding_) {
-    insert();
+    run(Call::Kind::insert);
+    adding_ = false;
   } else if (!changes_.empty()) {
-    change();
+    run(Call::Kind::update);
   }
 }
 
 void Recordset::Rows::erase() {
   require_updatable();
-  const Row& row = current();
-  RowWrite write{.kind = Call::Kind::erase,
-                 .text =
-                     [this](const RowWrite& self, Form form) {
-                       return database::delete_text(plan_->table->name, self.key, self.guard, form);
-                     },
-                 .values = {},
-                 .key = key_of(row),
-                 .guard = {},
-                 .returning = {}};
-  for (std::size_t place = 0; place < plan_->columns; ++place) {
-    if (plan_->kinds[place] && !is_key(place)) write.guard.push_back(cell_at(place, row[place]));
-  }
-  run(write);
+  require_row();
+  changes_.clear();
+  run(Call::Kind::erase);
   leave_row();
   deleted_ = true;
 }
 
-void Recordset::Rows::insert() {
-  RowWrite write{.kind = Call::Kind::insert,
-                 .text =
-                     [this](const RowWrite& self, Form form) {
-                       return database::insert_text(plan_->table->name, self.values, self.returning,
-                                                    form);
-                     },
-                 .values = written(),
-                 .key = {},
-                 .guard = {},
-                 .returning = {}};
-  // A key that the database counts up itself must be known, or the row could not be found again.
-  for (const std::size_t place : plan_->key) {
-    const bool given = std::any_of(changes_.begin(), changes_.end(),
-                                   [&](const auto& change) { return change.first == place; });
-    if (!given) write.returning.push_back(plan_->names[place]);
-  }
-  run(write);
-  adding_ = false;
-}
-
-void Recordset::Rows::change() {
-  const Row& row = current();
-  RowWrite write{.kind = Call::Kind::update,
-                 .text =
-                     [this](const RowWrite& self, Form form) {
-                       return database::update_text(plan_->table->name, self.values, self.key,
-                                                    self.guard, form);
-                     },
-                 .values = written(),
-                 .key = key_of(row),
-                 .guard = {},
-                 .returning = {}};
-  for (const auto& [place, cell] : changes_) {
-    if (!is_key(place)) write.guard.push_back(cell_at(place, row[place]));
-  }
-  run(write);
-}
-
-void Recordset::Rows::run(RowWrite& write) {
+void Recordset::Rows::run(Call::Kind kind) {
+  std::vector<std::size_t> values;
+  values.reserve(changes_.size());
+  for (const Change& change : changes_) values.push_back(change.place);
+  RowWrite& write = write_of(kind, std::move(values));
+  Parameters parameters = parameters_of(write);
   database::Rows filled;
-  watched(
-      write.kind, [&] { return write.text(write, Form::joined); },
-      [&] {
-        const std::string text = write.text(write, Form::prepared);
-        Parameters parameters;
-        parameters.reserve(write.values.size() + write.key.size() + write.guard.size());
-        for (Cells* cells : {&write.values, &write.key, &write.guard}) {
-          for (ColumnCell& cell : *cells) parameters.push_back(std::move(cell.parameter));
-        }
-        const auto statement = source_.session->prepared(text, parameters);
-        if (write.returning.empty()) {
-          const std::int64_t rows = statement->run(parameters);
-          expect_one_row(rows);
-          return rows;
-        }
-        filled = statement->fetch(parameters);
-        return static_cast<std::int64_t>(filled.count);
-      });
-  for (auto& [place, cell] : changes_) (*row_)[place] = std::move(cell);
+  try {
+    watched(
+        kind, [&] { return database::joined_row_text(write.text, parameters); },
+        [&] {
+          filled = run_prepared(write, parameters);
+          return 1;
+        });
+  } catch (...) {
+    take_back(parameters);
+    throw;
+  }
+  take_back(parameters);
+  for (std::size_t i = 0; i < write.filled.size(); ++i) {
+    changes_.push_back({write.filled[i], filled.cell(0, i)});
+  }
+  for (Change& change : changes_) {
+    std::erase_if(written_, [&](const Change& old) { return old.place == change.place; });
+  }
+  std::move(changes_.begin(), changes_.end(), std::back_inserter(written_));
   changes_.clear();
-  for (std::size_t i = 0; i < write.returning.size(); ++i) {
-    (*row_)[place_of(write.returning[i])] = filled.cells.at(i);
+}
+
+database::Rows Recordset::Rows::run_prepared(RowWrite& write, const Parameters& parameters) {
+  // The session must be asked each time: it may have been lost since the statement was prepared.
+  source_.session->driver();
+  if (!write.statement) write.statement = source_.session->prepared(write.text, parameters);
+  if (!write.filled.empty()) return write.statement->fetch(parameters);
+  expect_one_row(write.statement->run(parameters));
+  return database::Rows();
+}
+
+RowWrite& Recordset::Rows::write_of(Call::Kind kind, std::vector<std::size_t> values) {
+  for (RowWrite& write : plan_->writes) {
+    if (write.kind == kind && write.values == values) return write;
+  }
+  RowWrite write{kind, std::move(values), {}, {}, {}, nullptr};
+  const auto writes = [&write](std::size_t place) {
+    return std::find(write.values.begin(), write.values.end(), place) != write.values.end();
+  };
+  for (std::size_t place = 0; place < plan_->names.size(); ++place) {
+    const bool is_key = plan_->is_key(place);
+    const bool guards = kind == Call::Kind::erase ? plan_->kinds[place].has_value()
+                                                  : kind == Call::Kind::update && writes(place);
+    if (guards && !is_key) write.guard.push_back(place);
+    // A key that the database counts up itself must be known, or the row could not be found again.
+    if (kind == Call::Kind::insert && is_key && !writes(place)) write.filled.push_back(place);
+  }
+  write.text = text_of(write);
+  return plan_->writes.emplace_back(std::move(write));
+}
+
+std::string Recordset::Rows::text_of(const RowWrite& write) const {
+  const auto names = [this](const std::vector<std::size_t>& places) {
+    std::vector<std::string_view> listed;
+    for (const std::size_t place : places) listed.push_back(plan_->names[place]);
+    return listed;
+  };
+  const std::string& table = plan_->table->name;
+  if (write.kind == Call::Kind::insert) {
+    return database::insert_text(table, names(write.values), names(write.filled));
+  }
+  if (write.kind == Call::Kind::update) {
+    return database::update_text(table, names(write.values), names(plan_->key), names(write.guard));
+  }
+  return database::delete_text(table, names(plan_->key), names(write.guard));
+}
+
+Parameters Recordset::Rows::parameters_of(const RowWrite& write) {
+  Parameters parameters;
+  parameters.reserve(write.values.size() + plan_->key.size() + write.guard.size());
+  for (Change& change : changes_) {
+    parameters.push_back({*plan_->kinds[change.place], std::move(change.cell)});
+  }
+  if (write.kind == Call::Kind::insert) return parameters;
+  for (const std::size_t place : plan_->key) {
+    parameters.push_back({*plan_->kinds[place], held(place)});
+  }
+  for (const std::size_t place : write.guard) {
+    parameters.push_back({*plan_->kinds[place], held(place)});
+  }
+  return parameters;
+}
+
+void Recordset::Rows::take_back(Parameters& parameters) {
+  for (std::size_t i = 0; i < changes_.size(); ++i) {
+    changes_[i].cell = std::move(parameters[i].cell);
   }
 }
 
-std::size_t Recordset::Rows::place_of(std::string_view name) const {
+std::size_t Recordset::Rows::place_of(std::string_view name) {
+  // A few columns further on, because some are left alone. In a join two may bear one name.
+  constexpr std::size_t kAhead = 4;
+  const std::size_t end = plan_->table ? std::min(last_place_ + kAhead, plan_->places.size()) : 0;
+  for (std::size_t place = last_place_; place < end; ++place) {
+    if (plan_->names[place] == name) return last_place_ = place;
+  }
   const auto found = plan_->places.find(name);
-  if (found != plan_->places.end()) return found->second;
+  if (found != plan_->places.end()) return last_place_ = found->second;
   throw Failure(3265,
                 "Item cannot be found in the collection corresponding to the requested name or "
                 "ordinal: " +
                     std::string(name));
 }
 
-Recordset::Rows::Row& Recordset::Rows::current() {
-  if (row_) return *row_;
+void Recordset::Rows::require_row() {
+  if (begun_) return;
   if (deleted_ || at_end()) raise_no_row();
-  const auto first =
-      fetched_.cells.begin() + static_cast<std::ptrdiff_t>(position_ * plan_->columns);
-  // A walk goes forward only, so nobody looks for these cells in their old place again.
-  row_.emplace(std::make_move_iterator(first),
-               std::make_move_iterator(first + static_cast<std::ptrdiff_t>(plan_->columns)));
-  return *row_;
+}
+
+Cell Recordset::Rows::held(std::size_t place) const {
+  for (const Change& change : written_) {
+    if (change.place == place) return change.cell;
+  }
+  return begun_ ? plan_->initial[place] : fetched_.cell(position_, place);
 }
 
 void Recordset::Rows::leave_row() {
-  row_.reset();
   changes_.clear();
+  written_.clear();
+  begun_ = false;
   adding_ = false;
   deleted_ = false;
 }
@@ -244,37 +284,6 @@ void Recordset::Rows::leave_row() {
 void Recordset::Rows::require_updatable() const {
   const int lock = source_.mode.lock;
   if (!plan_->table || (lock != kOptimistic && lock != kPessimistic)) raise_not_updatable();
-}
-
-bool Recordset::Rows::is_key(std::size_t place) const {
-  return std::find(plan_->key.begin(), plan_->key.end(), place) != plan_->key.end();
-}
-
-Recordset::Rows::Row Recordset::Rows::initial_row() const {
-  Row row(plan_->columns);
-  for (const auto& column : plan_->table->columns) {
-    const auto found = plan_->places.find(column.name);
-    if (found != plan_->places.end()) row[found->second] = column.initial;
-  }
-  return row;
-}
-
-ColumnCell Recordset::Rows::cell_at(std::size_t place, const Cell& cell) const {
-  return {plan_->names[place], {*plan_->kinds[place], cell}};
-}
-
-Recordset::Rows::Cells Recordset::Rows::key_of(const Row& row) const {
-  Cells key;
-  key.reserve(plan_->key.size());
-  for (const std::size_t place : plan_->key) key.push_back(cell_at(place, row[place]));
-  return key;
-}
-
-Recordset::Rows::Cells Recordset::Rows::written() const {
-  Cells values;
-  values.reserve(changes_.size());
-  for (const auto& [place, cell] : changes_) values.push_back(cell_at(place, cell));
-  return values;
 }
 
 }  // namespace ombrix

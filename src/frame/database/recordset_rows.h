@@ -12,7 +12,6 @@
 #include "ombrix/recordset.h"
 
 #include "frame/database/instruments.h"
-#include "frame/database/row_text.h"
 #include "frame/database/session.h"
 
 namespace ombrix {
@@ -48,43 +47,43 @@ class Recordset::Rows {
   void erase();
 
  private:
-  using Row = std::vector<database::Cell>;
-  using Cells = std::vector<database::ColumnCell>;
-  struct RowWrite {
-    Call::Kind kind;
-    std::function<std::string(const RowWrite&, database::Form)> text;
-    Cells values, key, guard;
-    std::vector<std::string> returning;
-  };
-
   template <class Text, class Run>
   void watched(Call::Kind kind, Text text, Run run);
 
   void fetch();
-  std::size_t place_of(std::string_view name) const;
-  /// The row as the database gave it, or as it stands after a write.
-  Row& current();
+  database::Rows fetch_rows();
+  std::size_t place_of(std::string_view name);
+  void require_row();
+  /// What the current row holds, without the changes that are not written yet.
+  database::Cell held(std::size_t place) const;
   void leave_row();
   void require_updatable() const;
-  bool is_key(std::size_t place) const;
-  Row initial_row() const;
-  database::ColumnCell cell_at(std::size_t place, const database::Cell& cell) const;
-  Cells key_of(const Row& row) const;
-  Cells written() const;
 
-  void insert();
-  void change();
-  void run(RowWrite& write);
+  /// The write of these columns, as it was made before or anew.
+  database::RowWrite& write_of(Call::Kind kind, std::vector<std::size_t> values);
+  std::string text_of(const database::RowWrite& write) const;
+  /// Moves the changes into the parameters; `take_back` moves them out again.
+  database::Parameters parameters_of(const database::RowWrite& write);
+  void take_back(database::Parameters& parameters);
+  void run(Call::Kind kind);
+  database::Rows run_prepared(database::RowWrite& write, const database::Parameters& parameters);
+
+  struct Change {
+    std::size_t place;
+    database::Cell cell;
+  };
 
   Source source_;
   database::Parameters parameters_;
-  std::shared_ptr<const database::ReadPlan> plan_;
+  std::shared_ptr<database::ReadPlan> plan_;
   bool looked_ = false;
   database::Rows fetched_;
   std::size_t position_ = 0;
-  std::optional<Row> row_;  ///< the current row, once it is looked at or begun
-  std::vector<std::pair<std::size_t, database::Cell>> changes_;
-  bool adding_ = false;
+  std::size_t last_place_ = 0;   ///< columns are mostly named in their order
+  std::vector<Change> changes_;  ///< of the current row, not written yet
+  std::vector<Change> written_;  ///< written since the row was fetched or begun
+  bool begun_ = false;           ///< the current row came by `add_new`
+  bool adding_ = false;          ///< and is not written yet
   bool deleted_ = false;
 };
 

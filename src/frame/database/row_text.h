@@ -8,23 +8,15 @@
 
 namespace ombrix::database {
 
-/// A column of a row write, with the value that goes to it or that it must still hold.
-struct ColumnCell {
-  std::string_view column;
-  Parameter parameter;
-};
+using Names = std::span<const std::string_view>;
 
-/// The statements that write one row, as they are prepared (with `$1`, ...) or as a reader sees
-/// them (with the values in their places).
-enum class Form : bool { prepared, joined };
+/// The statements that write one row, with `$1`, `$2`, ... for the values, then the key, then the
+/// guard. `filled` are columns that the database fills itself and whose values are wanted.
+std::string insert_text(std::string_view table, Names values, Names filled);
+std::string update_text(std::string_view table, Names values, Names key, Names guard);
+std::string delete_text(std::string_view table, Names key, Names guard);
 
-/// `returning` are columns that the database fills itself and whose values are wanted.
-std::string insert_text(std::string_view table, std::span<const ColumnCell> values,
-                        std::span<const std::string> returning, Form form);
-std::string update_text(std::string_view table, std::span<const ColumnCell> values,
-                        std::span<const ColumnCell> key, std::span<const ColumnCell> guard,
-                        Form form);
-std::string delete_text(std::string_view table, std::span<const ColumnCell> key,
-                        std::span<const ColumnCell> guard, Form form);
+/// As a reader sees such a statement: the parameters in their places.
+std::string joined_row_text(std::string_view text, const Parameters& parameters);
 
 }  // namespace ombrix::database

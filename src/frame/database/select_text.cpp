@@ -38,6 +38,14 @@ std::vector<Word> words_of(std::string_view text) {
   return words;
 }
 
+/// A column under its own name, with or without its table's.
+bool is_column(std::string_view word) {
+  if (const auto dot = word.find('.'); dot != std::string_view::npos) {
+    return is_plain_name(word.substr(0, dot)) && is_plain_name(word.substr(dot + 1));
+  }
+  return word.starts_with('"') || is_plain_name(word);
+}
+
 bool beyond_rows(const Word& word) {
   static constexpr std::array<std::string_view, 11> kWords = {
       "group", "having", "union",  "intersect", "except", "distinct",
@@ -92,9 +100,14 @@ class Reader {
   }
 
   void read_list(std::size_t from) {
-    const std::string own = result_.alias + ".*";
-    for (std::size_t word = 1; word < from; ++word) {
-      if (words_[word].text == "*" || is(word, own)) result_.all_columns = true;
+    for (std::size_t word = 1; word < from; word += 2) {
+      const bool alone = word + 1 == from || is(word + 1, ",");
+      const bool all = is(word, "*") || is(word, result_.alias + ".*");
+      if (!alone || !(all || is_column(words_[word].text))) {
+        result_.computed = true;
+        return;
+      }
+      if (all) result_.all_columns = true;
     }
   }
 

@@ -15,6 +15,7 @@ struct SelectText {
   std::string alias;         ///< the name under which its columns are reached
   bool joined = false;       ///< more tables follow
   bool all_columns = false;  ///< the list holds all columns of the first table
+  bool computed = false;     ///< the list holds more than plain columns under their own names
   bool ordered = false;      ///< the text has an order of its own
   bool descending = false;   ///< its last term is descending
 

@@ -39,7 +39,6 @@ std::vector<std::string> key_terms(const Table& table, const std::string& alias,
 
 void describe_columns(ReadPlan& plan, std::size_t visible) {
   plan.names = plan.statement->columns();
-  plan.columns = plan.names.size();
   for (std::size_t place = 0; place < visible; ++place) {
     // The first of two columns of one name is the one that a reader gets.
     plan.places.emplace(plan.names[place], place);
@@ -48,10 +47,13 @@ void describe_columns(ReadPlan& plan, std::size_t visible) {
 
 /// Finds the columns of the table among the places, so that a row can be named and written.
 void locate(ReadPlan& plan, const Table& table, std::size_t visible, bool key_is_hidden) {
-  plan.kinds.assign(plan.columns, std::nullopt);
+  plan.kinds.assign(plan.names.size(), std::nullopt);
+  plan.initial.assign(plan.names.size(), Null{});
   for (const TableColumn& column : table.columns) {
     const auto found = plan.places.find(column.name);
-    if (found != plan.places.end()) plan.kinds[found->second] = column.kind;
+    if (found == plan.places.end()) continue;
+    plan.kinds[found->second] = column.kind;
+    plan.initial[found->second] = column.initial;
   }
   for (std::size_t part = 0; part < table.key.size(); ++part) {
     std::size_t place = visible + part;
@@ -99,6 +101,7 @@ void Session::lose(std::string reason) {
 void Session::forget() {
   plans_.clear();
   prepared_.clear();
+  tables_.clear();
 }
 
 std::shared_ptr<Prepared> Session::prepared(const std::string& text, const Parameters& parameters) {
@@ -123,8 +126,8 @@ std::shared_ptr<const Table> Session::table(std::string_view name) {
   return shared;
 }
 
-std::shared_ptr<const ReadPlan> Session::read_plan(const std::string& text,
-                                                   const Parameters& parameters, bool lock_rows) {
+std::shared_ptr<ReadPlan> Session::read_plan(const std::string& text, const Parameters& parameters,
+                                             bool lock_rows) {
   driver();
   std::string key = cache_key(text, parameters);
   if (lock_rows) key += '!';
@@ -138,6 +141,8 @@ std::shared_ptr<const ReadPlan> Session::read_plan(const std::string& text,
 
 std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Parameters& parameters,
                                              bool lock_rows) {
+  // Not every database minds.
+  if (trim(text).empty()) throw Failure(kDatabaseFailure, "The statement is empty.");
   auto plan = std::make_shared<ReadPlan>();
   auto select = analyse_select(text);
   const auto table = select ? this->table(select->table) : nullptr;
@@ -147,7 +152,8 @@ std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Para
     return plan;
   }
   const Dialect& dialect = driver().dialect();
-  const bool hides_key = !select->joined && !select->all_columns;
+  const bool writable = !select->joined && !select->computed;
+  const bool hides_key = writable && !select->all_columns;
   select->order_also(key_terms(*table, select->alias, dialect.key_order));
   if (hides_key) select->select_also(key_terms(*table, select->alias, ""));
   if (lock_rows) select->text += dialect.row_lock;
@@ -155,7 +161,7 @@ std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Para
   const std::size_t visible =
       plan->statement->columns().size() - (hides_key ? table->key.size() : 0);
   describe_columns(*plan, visible);
-  if (!select->joined) {
+  if (writable) {
     locate(*plan, *table, visible, hides_key);
     plan->table = table;
   }
@@ -163,14 +169,22 @@ std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Para
 }
 
 std::int64_t Session::execute_text(const std::string& text) {
-  const std::int64_t rows = driver().execute(text);
-  if (const auto words = lower_name(text); words.find("create") != std::string::npos ||
-                                           words.find("alter") != std::string::npos ||
-                                           words.find("drop") != std::string::npos) {
-    forget();
-    tables_.clear();
+  const std::string words = lower_name(text);
+  const auto says = [&words](std::string_view word) {
+    return words.find(word) != std::string::npos;
+  };
+  if (says("create") || says("alter") || says("drop")) forget();
+  if (says("rollback")) ++rollbacks_;
+  return driver().execute(text);
+}
+
+void Session::commit() {
+  try {
+    driver().commit();
+  } catch (const Failure&) {
+    if (driver_ && !driver_->in_transaction()) ++rollbacks_;
+    throw;
   }
-  return rows;
 }
 
 void Session::rollback() {

@@ -18,15 +18,9 @@ SessionPool& SessionPool::instance() {
 }
 
 std::shared_ptr<Session> SessionPool::borrow(const std::string& connection_text) {
-  std::unique_ptr<Session> session;
-  {
-    const std::lock_guard lock(mutex_);
-    const auto shelf = shelves_.find(connection_text);
-    if (shelf != shelves_.end() && !shelf->second.idle.empty()) {
-      session = std::move(shelf->second.idle.back());
-      shelf->second.idle.pop_back();
-    }
-  }
+  std::unique_ptr<Session> session = idle_session(connection_text);
+  // The server may have ended one while it was idle.
+  while (session && !session->usable()) session = idle_session(connection_text);
   if (!session) {
     session = std::make_unique<Session>(
         open_driver_session(ConnectionText(connection_text), Missing::refuse));
@@ -34,6 +28,15 @@ std::shared_ptr<Session> SessionPool::borrow(const std::string& connection_text)
   return {session.release(), [connection_text](Session* returned) {
             instance().give_back(connection_text, std::unique_ptr<Session>(returned));
           }};
+}
+
+std::unique_ptr<Session> SessionPool::idle_session(const std::string& connection_text) {
+  const std::lock_guard lock(mutex_);
+  const auto shelf = shelves_.find(connection_text);
+  if (shelf == shelves_.end() || shelf->second.idle.empty()) return nullptr;
+  std::unique_ptr<Session> session = std::move(shelf->second.idle.back());
+  shelf->second.idle.pop_back();
+  return session;
 }
 
 void SessionPool::give_back(const std::string& connection_text, std::unique_ptr<Session> session) {

@@ -30,6 +30,8 @@ class SessionPool {
     int clients = 0;
     std::vector<std::unique_ptr<Session>> idle;
   };
+  /// Taken from the shelf; null when there is none.
+  std::unique_ptr<Session> idle_session(const std::string& connection_text);
   void give_back(const std::string& connection_text, std::unique_ptr<Session> session);
 
   mutable std::mutex mutex_;

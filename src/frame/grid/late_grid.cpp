@@ -1,5 +1,6 @@
-#include "frame/hosting/interface.h"
 #include "ombrix/grid.h"
+
+#include "frame/hosting/interface.h"
 
 namespace ombrix {
 

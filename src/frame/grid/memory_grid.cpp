@@ -5,8 +5,11 @@ namespace ombrix {
 namespace {
 
 std::size_t size_of(std::int32_t rows, std::int32_t columns) {
+  constexpr std::size_t kMostCells = 100'000'000;
   if (rows < 0 || columns < 0) raise_out_of_range();
-  return static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns);
+  const std::size_t cells = static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns);
+  if (cells > kMostCells) raise_out_of_range();
+  return cells;
 }
 
 }  // namespace

@@ -27,12 +27,12 @@ struct Parameter {
   bool optional = false;
 };
 
-/// A member of a class as every face of the library sees it. `self` is the object that the table was
-/// made for. A function that the member does not offer is null.
+/// A member of a class as every face of the library sees it. `self` is the object that the table
+/// was made for. A function that the member does not offer is null.
 struct Member {
   std::string_view name;
   Access access = Access::none;
-  std::string_view type = "";  ///< of the property or the answer
+  std::string_view type{};  ///< of the property or the answer
   std::span<const Parameter> parameters = {};
   Value (*get)(void* self, std::span<Value> arguments) = nullptr;
   void (*let)(void* self, const Value& value, std::span<Value> arguments) = nullptr;
@@ -92,8 +92,11 @@ class Interface {
     return true;
   }
   static constexpr std::size_t hash(std::string_view name) {
+    // The bit that tells the cases of a letter apart is left out; what else falls together then is
+    // told apart by the comparison.
+    constexpr std::uint32_t kCase = 'a' - 'A';
     std::uint32_t hash = 2166136261U;
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(lower(c))) * 16777619U;
+    for (const char c : name) hash = (hash ^ (static_cast<unsigned char>(c) | kCase)) * 16777619U;
     return (hash ^ (hash >> 16)) % kSlots;
   }
 
@@ -109,7 +112,15 @@ class Interface {
 std::shared_ptr<Grid> as_grid(const ObjectRef& object);
 ObjectRef object_of(const std::shared_ptr<Grid>& grid);
 
+/// How a member takes a Null: a business class raises, a shipped component reads an empty value.
+enum class Nulls : bool { raise, read_as_empty };
+
 namespace detail {
+
+inline const Value& admitted(const Value& value, Nulls nulls) {
+  static const Value kEmpty;
+  return nulls == Nulls::read_as_empty && value.is_null() ? kEmpty : value;
+}
 
 template <class T>
 struct IsShared : std::false_type {};
@@ -182,13 +193,14 @@ struct Argument {
 
   T held{};
 
-  void take(std::span<Value> arguments, std::size_t place) {
+  void take(std::span<Value> arguments, std::size_t place, Nulls nulls) {
+    if (place >= arguments.size()) return;  // an optional one that was left out
+    const Value& given = admitted(arguments[place], nulls);
     try {
       if constexpr (optional) {
-        using Inner = typename IsOptional<T>::Held;
-        if (place < arguments.size()) held = from_value<Inner>(arguments[place]);
+        held = from_value<typename IsOptional<T>::Held>(given);
       } else {
-        held = from_value<T>(arguments[place]);
+        held = from_value<T>(given);
       }
     } catch (const Failure& failure) {
       if (failure.number() != 13) throw;
@@ -208,17 +220,17 @@ struct MethodShape<R (C::*)(P...)> {
   using Answer = R;
   static constexpr std::array<Parameter, sizeof...(P)> parameters{Argument<P>::parameter()...};
 
-  template <auto Method, class Self>
+  template <auto Method, Nulls nulls, class Self>
   static Value invoke(Self& self, std::span<Value> values) {
-    return invoke<Method>(self, values, std::index_sequence_for<P...>());
+    return invoke<Method, nulls>(self, values, std::index_sequence_for<P...>());
   }
 
  private:
-  template <auto Method, class Self, std::size_t... I>
+  template <auto Method, Nulls nulls, class Self, std::size_t... I>
   static Value invoke(Self& self, [[maybe_unused]] std::span<Value> values,
                       std::index_sequence<I...>) {
     std::tuple<Argument<P>...> arguments;
-    (std::get<I>(arguments).take(values, I), ...);
+    (std::get<I>(arguments).take(values, I, nulls), ...);
     if constexpr (std::is_void_v<R>) {
       (self.*Method)(std::get<I>(arguments).held...);
       (std::get<I>(arguments).give_back(values, I), ...);
@@ -242,9 +254,6 @@ struct PropertyOf<P C::*> {
 
 }  // namespace detail
 
-/// How a member takes a Null: a business class raises, a shipped component reads an empty value.
-enum class Nulls : bool { raise, read_as_empty };
-
 /// Makes the rows of the interface table of `C`. What a row offers comes from the member itself.
 template <class C, Nulls nulls = Nulls::raise>
 struct MembersOf {
@@ -265,7 +274,7 @@ struct MembersOf {
     }
     if constexpr (allows(Property::access, Access::let)) {
       member.let = [](void* self, const Value& value, std::span<Value>) {
-        of(self).*P = detail::from_value<T>(admitted(value));
+        of(self).*P = detail::from_value<T>(detail::admitted(value, nulls));
       };
     }
     if constexpr (allows(Property::access, Access::set)) {
@@ -284,16 +293,12 @@ struct MembersOf {
             .type = detail::type_name<typename Shape::Answer>(),
             .parameters = Shape::parameters,
             .call = [](void* self, std::span<Value> arguments) {
-              return Shape::template invoke<M>(of(self), arguments);
+              return Shape::template invoke<M, nulls>(of(self), arguments);
             }};
   }
 
  private:
   static C& of(void* self) { return *static_cast<C*>(self); }
-
-  static Value admitted(const Value& value) {
-    return nulls == Nulls::read_as_empty && value.is_null() ? Value() : value;
-  }
 };
 
 }  // namespace ombrix

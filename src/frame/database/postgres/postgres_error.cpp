@@ -1,11 +1,11 @@
 #include "frame/database/postgres/postgres_error.h"
 
 #include <libpq-fe.h>
-
 #include <string_view>
 
-#include "frame/text.h"
 #include "ombrix/failure.h"
+
+#include "frame/text.h"
 
 namespace ombrix::database {
 

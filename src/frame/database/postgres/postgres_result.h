@@ -1,13 +1,13 @@
 #pragma once
 
-#include <libpq-fe.h>
-
 #include <charconv>
+#include <libpq-fe.h>
 #include <memory>
 #include <string_view>
 
-#include "frame/database/driver.h"
 #include "ombrix/failure.h"
+
+#include "frame/database/driver.h"
 
 namespace ombrix::database {
 
@@ -63,17 +63,23 @@ Number parsed(std::string_view text) {
   return number;
 }
 
-inline Cell cell_from(Oid type, std::string_view text) {
-  if (type == oid::kBoolean) return std::int64_t{text == "t" ? -1 : 0};
+/// Adds a cell from the text in which the server sends it.
+inline void add_text_form(Rows& rows, Oid type, std::string_view text) {
+  if (type == oid::kBoolean) {
+    rows.add(std::int64_t{text == "t" ? -1 : 0});
+    return;
+  }
   switch (kind_of(type)) {
     case Kind::integer:
-      return parsed<std::int64_t>(text);
+      rows.add(parsed<std::int64_t>(text));
+      break;
     case Kind::number:
-      return parsed<double>(text);
+      rows.add(parsed<double>(text));
+      break;
     case Kind::text:
+      rows.add(text);
       break;
   }
-  return std::string(text);
 }
 
 }  // namespace ombrix::database

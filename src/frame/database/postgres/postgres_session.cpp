@@ -1,5 +1,6 @@
 #include "frame/database/postgres/postgres_session.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -79,18 +80,18 @@ class PostgresPrepared final : public Prepared {
     for (const Parameter& parameter : parameters) types.push_back(oid_of(parameter.kind));
     server_->checked(PQprepare(server_->get(), name_.c_str(), text.c_str(),
                                static_cast<int>(types.size()), types.data()));
-    const auto description =
-        server_->checked(PQdescribePrepared(server_->get(), name_.c_str()));
+    const auto description = server_->checked(PQdescribePrepared(server_->get(), name_.c_str()));
     for (int column = 0; column < PQnfields(description.get()); ++column) {
       columns_.emplace_back(PQfname(description.get(), column));
     }
   }
 
   ~PostgresPrepared() override {
-    // In a failed transaction the server would refuse; then the statement lives as the session does.
-    if (PQtransactionStatus(server_->get()) == PQTRANS_IDLE) {
-      const PostgresResult ignored(
-          PQexec(server_->get(), ("Deallocate " + name_).c_str()));
+    // In a failed transaction the server would refuse; then the statement lives as the session
+    // does.
+    const PGTransactionStatusType status = PQtransactionStatus(server_->get());
+    if (status == PQTRANS_IDLE || status == PQTRANS_INTRANS) {
+      const PostgresResult ignored(PQexec(server_->get(), ("Deallocate " + name_).c_str()));
     }
   }
   PostgresPrepared(const PostgresPrepared&) = delete;
@@ -101,13 +102,9 @@ class PostgresPrepared final : public Prepared {
   Rows fetch(const Parameters& parameters) override {
     const auto result = execute(parameters);
     const int width = PQnfields(result.get());
-    Rows rows;
-    rows.count = static_cast<std::size_t>(PQntuples(result.get()));
-    rows.cells.reserve(rows.count * static_cast<std::size_t>(width));
+    Rows rows(static_cast<std::size_t>(width));
     for (int row = 0; row < PQntuples(result.get()); ++row) {
-      for (int column = 0; column < width; ++column) {
-        rows.cells.push_back(cell_at(result.get(), row, column));
-      }
+      for (int column = 0; column < width; ++column) add_cell(rows, result.get(), row, column);
     }
     return rows;
   }
@@ -123,10 +120,13 @@ class PostgresPrepared final : public Prepared {
                                            wire.pointers(), nullptr, nullptr, 0));
   }
 
-  static Cell cell_at(const PGresult* result, int row, int column) {
-    if (PQgetisnull(result, row, column) != 0) return Null{};
+  static void add_cell(Rows& rows, const PGresult* result, int row, int column) {
+    if (PQgetisnull(result, row, column) != 0) {
+      rows.add(Null{});
+      return;
+    }
     const auto size = static_cast<std::size_t>(PQgetlength(result, row, column));
-    return cell_from(PQftype(result, column), {PQgetvalue(result, row, column), size});
+    add_text_form(rows, PQftype(result, column), {PQgetvalue(result, row, column), size});
   }
 
   std::shared_ptr<Server> server_;
@@ -135,12 +135,20 @@ class PostgresPrepared final : public Prepared {
 };
 
 std::shared_ptr<Server> connect(const ConnectionText& text) {
+  // To the server, 0 is a wait without end.
   const std::string options =
-      "-c lock_timeout=" + std::to_string(text.busy_timeout()) +
+      "-c lock_timeout=" + std::to_string(std::max(text.busy_timeout(), 1)) +
       " -c standard_conforming_strings=on -c extra_float_digits=1 -c client_min_messages=warning";
-  const char* const keys[] = {"host",     "port",            "dbname",  "user",
-                              "password", "client_encoding", "options", "application_name",
-                              "connect_timeout", nullptr};
+  const char* const keys[] = {"host",
+                              "port",
+                              "dbname",
+                              "user",
+                              "password",
+                              "client_encoding",
+                              "options",
+                              "application_name",
+                              "connect_timeout",
+                              nullptr};
   const char* const values[] = {text["host"].c_str(),
                                 text["port"].c_str(),
                                 text.required("database", "Database").c_str(),
@@ -156,12 +164,21 @@ std::shared_ptr<Server> connect(const ConnectionText& text) {
   if (PQstatus(server->get()) != CONNECTION_OK) {
     raise_not_connected(server->get(), text["password"]);
   }
+  // What the server says unasked would go to standard error, which is the client's.
+  PQsetNoticeProcessor(
+      server->get(), [](void*, const char*) {}, nullptr);
   return server;
 }
 
 class PostgresSession final : public DriverSession {
  public:
   explicit PostgresSession(const ConnectionText& text) : text_(text), server_(connect(text)) {}
+  ~PostgresSession() override {
+    // A recordset that is still there keeps the server's session, but it must keep no lock.
+    if (in_transaction()) const PostgresResult ignored(PQexec(server_->get(), "Rollback"));
+  }
+  PostgresSession(const PostgresSession&) = delete;
+  PostgresSession& operator=(const PostgresSession&) = delete;
 
   const Dialect& dialect() const override {
     static constexpr Dialect kDialect{
@@ -190,7 +207,10 @@ class PostgresSession final : public DriverSession {
 
   std::int64_t execute(const std::string& text) override {
     if (text.find('\0') != std::string::npos) raise_type_mismatch();
-    return parsed<std::int64_t>(PQcmdTuples(server_->execute(text.c_str()).get()));
+    const auto result = server_->execute(text.c_str());
+    // The server counts the rows that a select reads, too.
+    if (std::string_view(PQcmdStatus(result.get())).starts_with("SELECT")) return 0;
+    return parsed<std::int64_t>(PQcmdTuples(result.get()));
   }
 
   std::optional<Table> table(std::string_view name) override;
@@ -212,9 +232,10 @@ class PostgresSession final : public DriverSession {
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
   }
   bool alive() const override {
-    // Notices an end that the server has already sent, without asking it.
+    // Notices an end that the server has already sent, without asking it: its farewell comes with
+    // one look, the end itself with the next.
     return PQstatus(server_->get()) == CONNECTION_OK && PQconsumeInput(server_->get()) == 1 &&
-           PQstatus(server_->get()) == CONNECTION_OK;
+           PQconsumeInput(server_->get()) == 1 && PQstatus(server_->get()) == CONNECTION_OK;
   }
 
  private:
@@ -243,16 +264,16 @@ std::optional<Table> PostgresSession::table(std::string_view name) {
       " Order By a.attnum";
   const Parameters parameters{{Kind::text, lower_name(name)}};
   const Rows rows = PostgresPrepared(server_, kColumns, parameters).fetch(parameters);
-  if (rows.count == 0) return std::nullopt;
+  if (rows.count() == 0) return std::nullopt;
   Table table{std::string(name), {}, {}};
   std::vector<std::pair<std::int64_t, std::string>> key;
-  for (std::size_t row = 0; row < rows.count; ++row) {
-    const Cell* cell = &rows.cells[row * 4];
-    const auto& column = std::get<std::string>(cell[0]);
-    const Kind kind = kind_of(static_cast<Oid>(std::get<std::int64_t>(cell[1])));
-    table.columns.push_back({column, kind, initial_cell(cell[2], kind)});
+  for (std::size_t row = 0; row < rows.count(); ++row) {
+    const auto column = std::get<std::string>(rows.cell(row, 0));
+    const Kind kind = kind_of(static_cast<Oid>(std::get<std::int64_t>(rows.cell(row, 1))));
+    table.columns.push_back({column, kind, initial_cell(rows.cell(row, 2), kind)});
     // Places in an index vector count from 0.
-    if (const auto* place = std::get_if<std::int64_t>(&cell[3])) key.emplace_back(*place, column);
+    const Cell place = rows.cell(row, 3);
+    if (const auto* in_key = std::get_if<std::int64_t>(&place)) key.emplace_back(*in_key, column);
   }
   table.key.resize(key.size());
   for (auto& [place, column] : key) table.key.at(static_cast<std::size_t>(place)) = column;

@@ -20,8 +20,9 @@ struct List {
 };
 
 List& list() {
-  static List list;
-  return list;
+  // Never destroyed: a connection of the client's may outlive the statics of this library.
+  static auto* list = new List;
+  return *list;
 }
 
 }  // namespace

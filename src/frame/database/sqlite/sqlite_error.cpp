@@ -22,14 +22,4 @@ void raise_sqlite(sqlite3* database, int code) {
   throw Failure(kDatabaseFailure, message);
 }
 
-bool ends_session(int code) {
-  switch (code & 0xff) {
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace ombrix::database

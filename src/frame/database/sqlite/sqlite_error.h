@@ -9,7 +9,4 @@ namespace ombrix::database {
 /// Raises the database's own message for its last failure, with what a reader needs besides.
 [[noreturn]] void raise_sqlite(sqlite3* database, int code);
 
-/// Whether the session is of no more use after this code.
-bool ends_session(int code);
-
 }  // namespace ombrix::database

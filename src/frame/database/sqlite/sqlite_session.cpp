@@ -27,12 +27,24 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 struct File {
   Database database;
   OpenFiles::Entry entry;
+  /// A transaction was begun that nobody ended yet. A failure such as a full disk may have rolled
+  /// it back already.
+  bool begun = false;
 
-  void note_transaction() { entry.set_in_transaction(!sqlite3_get_autocommit(database.get())); }
+  bool autocommit() const { return sqlite3_get_autocommit(database.get()) != 0; }
+  void note_transaction() { entry.set_in_transaction(!autocommit()); }
 
-  void refuse_hopeless_write() const {
+  /// Refuses a statement that must not run now.
+  void admit(sqlite3_stmt* statement) const {
+    if (!autocommit()) return;
+    // Outside the transaction that its caller believes in, it would stand for good.
+    if (begun) {
+      throw Failure(kDatabaseFailure,
+                    "the database rolled the transaction back after a failure; nothing can be done "
+                    "before it is ended");
+    }
     // Waiting could not help: the lock is held further up this thread's own stack.
-    if (sqlite3_get_autocommit(database.get()) && entry.held_on_this_thread()) {
+    if (!sqlite3_stmt_readonly(statement) && entry.held_on_this_thread()) {
       throw Failure(kDatabaseFailure,
                     "database is locked by a transaction of this thread's own connection; a write "
                     "through a connection of its own cannot succeed before that transaction ends");
@@ -41,11 +53,17 @@ struct File {
 };
 
 StatementHandle compile(sqlite3* database, const std::string& text, unsigned flags) {
-  sqlite3_stmt* statement = nullptr;
-  const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()), flags,
-                                      &statement, nullptr);
+  sqlite3_stmt* raw = nullptr;
+  const char* tail = nullptr;
+  const int code =
+      sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()), flags, &raw, &tail);
   if (code != SQLITE_OK) raise_sqlite(database, code);
-  return StatementHandle(statement);
+  StatementHandle statement(raw);
+  if (!statement) throw Failure(kDatabaseFailure, "The statement is empty.");
+  if (!trim(text.substr(static_cast<std::size_t>(tail - text.data()))).empty()) {
+    throw Failure(kDatabaseFailure, "A second statement stands behind the first.");
+  }
+  return statement;
 }
 
 class SqlitePrepared final : public Prepared {
@@ -63,14 +81,12 @@ class SqlitePrepared final : public Prepared {
 
   Rows fetch(const Parameters& parameters) override {
     const Use use(*this, parameters);
-    Rows rows;
-    for (int code = step(); code == SQLITE_ROW; code = step()) {
-      if (sqlite3_column_count(statement_.get()) != static_cast<int>(columns_.size())) {
-        throw Failure(kDatabaseFailure, "The columns of a table changed while it was in use.");
-      }
-      take_row(rows.cells);
-      ++rows.count;
+    Rows rows(columns_.size());
+    int code = step();
+    if (sqlite3_column_count(statement_.get()) != static_cast<int>(columns_.size())) {
+      throw Failure(kDatabaseFailure, "The columns of a table changed while it was in use.");
     }
+    for (; code == SQLITE_ROW; code = step()) take_row(rows);
     return rows;
   }
 
@@ -86,8 +102,7 @@ class SqlitePrepared final : public Prepared {
   class Use {
    public:
     Use(SqlitePrepared& prepared, const Parameters& parameters) : prepared_(prepared) {
-      if (!sqlite3_stmt_readonly(prepared.statement_.get()))
-        prepared.file_->refuse_hopeless_write();
+      prepared.file_->admit(prepared.statement_.get());
       int place = 0;
       for (const Parameter& parameter : parameters) prepared.bind(++place, parameter.cell);
     }
@@ -125,24 +140,24 @@ class SqlitePrepared final : public Prepared {
     return code;
   }
 
-  void take_row(std::vector<Cell>& cells) const {
+  void take_row(Rows& rows) const {
     sqlite3_stmt* statement = statement_.get();
     const int count = static_cast<int>(columns_.size());
     for (int column = 0; column < count; ++column) {
       switch (sqlite3_column_type(statement, column)) {
         case SQLITE_INTEGER:
-          cells.emplace_back(std::int64_t{sqlite3_column_int64(statement, column)});
+          rows.add(std::int64_t{sqlite3_column_int64(statement, column)});
           break;
         case SQLITE_FLOAT:
-          cells.emplace_back(sqlite3_column_double(statement, column));
+          rows.add(sqlite3_column_double(statement, column));
           break;
         case SQLITE_NULL:
-          cells.emplace_back(Null{});
+          rows.add(Null{});
           break;
         default: {
           const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
           const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-          cells.emplace_back(std::in_place_type<std::string>, size == 0 ? "" : bytes, size);
+          rows.add(std::string_view(bytes, size));
         }
       }
     }
@@ -173,6 +188,13 @@ Cell initial_cell(const Cell& declared, Kind kind) {
 class SqliteSession final : public DriverSession {
  public:
   explicit SqliteSession(std::shared_ptr<File> file) : file_(std::move(file)) {}
+  ~SqliteSession() override {
+    // A recordset that is still there keeps the file open, but it must keep no lock.
+    if (!file_->autocommit()) sqlite3_exec(handle(), "Rollback", nullptr, nullptr, nullptr);
+    file_->note_transaction();
+  }
+  SqliteSession(const SqliteSession&) = delete;
+  SqliteSession& operator=(const SqliteSession&) = delete;
 
   const Dialect& dialect() const override {
     static constexpr Dialect kDialect{.row_lock = "",
@@ -192,6 +214,7 @@ class SqliteSession final : public DriverSession {
   std::int64_t execute(const std::string& text) override {
     if (text.find('\0') != std::string::npos) raise_type_mismatch();
     std::string_view rest = text;
+    std::int64_t rows = 0;
     while (!trim(rest).empty()) {
       const char* tail = nullptr;
       sqlite3_stmt* raw = nullptr;
@@ -199,10 +222,10 @@ class SqliteSession final : public DriverSession {
           sqlite3_prepare_v2(handle(), rest.data(), static_cast<int>(rest.size()), &raw, &tail);
       const StatementHandle statement(raw);
       if (code != SQLITE_OK) raise_sqlite(handle(), code);
-      run_to_end(statement.get());
+      if (statement) rows = run_to_end(statement.get());
       rest.remove_prefix(static_cast<std::size_t>(tail - rest.data()));
     }
-    return sqlite3_changes64(handle());
+    return rows;
   }
 
   std::optional<Table> table(std::string_view name) override {
@@ -211,15 +234,14 @@ class SqliteSession final : public DriverSession {
                            "Select name, type, pk, dflt_value From pragma_table_info($1) "
                            "Order By cid");
     const Rows rows = columns.fetch({{Kind::text, std::string(name)}});
-    if (rows.count == 0) return std::nullopt;
+    if (rows.count() == 0) return std::nullopt;
     Table table{std::string(name), {}, {}};
     std::vector<std::pair<std::int64_t, std::string>> key;
-    for (std::size_t row = 0; row < rows.count; ++row) {
-      const Cell* cell = &rows.cells[row * 4];
-      const auto& column = std::get<std::string>(cell[0]);
-      const Kind kind = kind_of(std::get<std::string>(cell[1]));
-      table.columns.push_back({column, kind, initial_cell(cell[3], kind)});
-      const auto place = std::get<std::int64_t>(cell[2]);
+    for (std::size_t row = 0; row < rows.count(); ++row) {
+      const auto column = std::get<std::string>(rows.cell(row, 0));
+      const Kind kind = kind_of(std::get<std::string>(rows.cell(row, 1)));
+      table.columns.push_back({column, kind, initial_cell(rows.cell(row, 3), kind)});
+      const auto place = std::get<std::int64_t>(rows.cell(row, 2));
       if (place > 0) key.emplace_back(place, column);
     }
     table.key.resize(key.size());
@@ -227,25 +249,32 @@ class SqliteSession final : public DriverSession {
     return table;
   }
 
-  void begin() override { execute("Begin Immediate"); }
+  void begin() override {
+    execute("Begin Immediate");
+    file_->begun = true;
+  }
   void commit() override { execute("Commit"); }
   void rollback() override {
-    // A failure such as a full disk may have rolled everything back already.
-    if (in_transaction()) execute("Rollback");
+    if (!file_->autocommit()) execute("Rollback");
+    file_->begun = false;
   }
-  bool in_transaction() const override { return !sqlite3_get_autocommit(handle()); }
+  bool in_transaction() const override { return file_->begun || !file_->autocommit(); }
   bool alive() const override { return true; }
 
  private:
   sqlite3* handle() const { return file_->database.get(); }
 
-  void run_to_end(sqlite3_stmt* statement) {
-    if (statement == nullptr) return;
-    if (!sqlite3_stmt_readonly(statement)) file_->refuse_hopeless_write();
+  /// Answers how many rows it changed.
+  std::int64_t run_to_end(sqlite3_stmt* statement) {
+    file_->admit(statement);
+    // A statement that changes no rows leaves the count of the one before it standing.
+    const std::int64_t before = sqlite3_total_changes64(handle());
     int code = SQLITE_ROW;
     while (code == SQLITE_ROW) code = sqlite3_step(statement);
     file_->note_transaction();
     if (code != SQLITE_DONE) raise_sqlite(handle(), code);
+    if (file_->autocommit()) file_->begun = false;
+    return sqlite3_total_changes64(handle()) == before ? 0 : sqlite3_changes64(handle());
   }
 
   std::shared_ptr<File> file_;
@@ -283,7 +312,8 @@ void use_write_ahead_log(sqlite3* database) {
 std::unique_ptr<DriverSession> open_sqlite_session(const ConnectionText& text, Missing missing) {
   text.only({"driver", "database", "busy timeout", "synchronous"});
   const std::string& path = text.required("database", "Database");
-  if (path == ":memory:" || path.find('\0') != std::string::npos) {
+  const bool is_uri = same_name(std::string_view(path).substr(0, 5), "file:");
+  if (path == ":memory:" || is_uri || path.find('\0') != std::string::npos) {
     throw Failure(kDatabaseFailure,
                   "Invalid connection text: \"Database\" must be the path of a file.");
   }
