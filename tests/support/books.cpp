@@ -2,31 +2,95 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
 #include <filesystem>
-#include <functional>
-#include <unistd.h>
+#include <map>
+#include <random>
 
 #include "ombrix/recordset.h"
 #include "ombrix/schema.h"
 
 #include "frame/database/connection_access.h"
 #include "frame/schema_text.h"
+#include "frame/text.h"
 
 namespace ombrix::testing {
 
 namespace {
 
-std::string fresh_folder() {
+/// Something that no other process and no other call in this one names its own.
+std::string fresh_name() {
   static std::atomic<int> count{0};
-  const auto folder =
-      std::filesystem::temp_directory_path() /
-      ("ombrix_test_" +
-       std::to_string(std::hash<std::string>{}(
-           ::testing::UnitTest::GetInstance()->current_test_info()->name())) +
-       "_" + std::to_string(static_cast<long>(::getpid())) + "_" + std::to_string(++count));
-  std::filesystem::create_directories(folder);
-  return folder.string();
+  static const unsigned process = std::random_device()();
+  return "ombrix_test_" + std::to_string(process) + "_" + std::to_string(++count);
 }
+
+/// The databases that this process made, gone when its tests end.
+class Made {
+ public:
+  Made() : folder_(std::filesystem::temp_directory_path() / fresh_name()) {
+    std::filesystem::create_directories(folder_);
+  }
+  void clear() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+    for (const std::string& name : on_server_) {
+      server()->Execute("drop database if exists " + name + " with (force)");
+    }
+  }
+  Made(const Made&) = delete;
+  Made& operator=(const Made&) = delete;
+
+  /// The text of an empty one with the schema.
+  std::string take(const std::string& database) {
+    auto& idle = idle_[database];
+    if (idle.empty()) return make(database);
+    std::string text = idle.back();
+    idle.pop_back();
+    return empty(text) ? text : make(database);
+  }
+  void give_back(const std::string& database, std::string text) {
+    idle_[database].push_back(std::move(text));
+  }
+
+ private:
+  static std::string server_text() { return std::getenv("OMBRIX_POSTGRES"); }
+  static std::shared_ptr<Connection> server() {
+    return Connection::open(server_text() + ";Database=postgres");
+  }
+
+  std::string make(const std::string& database) {
+    const std::string name = fresh_name();
+    std::string text =
+        "Driver=SQLite;Database=" + (folder_ / name).string() + ".db" + ";Synchronous=OFF";
+    if (database == "PostgreSQL") {
+      server()->Execute("create database " + name);
+      on_server_.push_back(name);
+      text = server_text() + ";Database=" + name;
+    }
+    create_schema(*Connection::open(text));
+    return text;
+  }
+
+  /// False when a test took a table away.
+  static bool empty(const std::string& text);
+
+  std::filesystem::path folder_;
+  std::vector<std::string> on_server_;
+  std::map<std::string, std::vector<std::string>> idle_;
+};
+
+Made& made() {
+  static Made made;
+  return made;
+}
+
+/// At exit it would be too late: the client library of a database ends before our statics do.
+class ClearMade final : public ::testing::Environment {
+ public:
+  void TearDown() override { made().clear(); }
+};
+[[maybe_unused]] const auto* const kClearMade = ::testing::AddGlobalTestEnvironment(new ClearMade);
 
 std::vector<std::string> tables() {
   constexpr std::string_view kCreate = "create table if not exists ";
@@ -40,22 +104,41 @@ std::vector<std::string> tables() {
   return names;
 }
 
+/// Rows go, and keys that a database counts up itself start again, so that two dumps compare.
+bool Made::empty(const std::string& text) {
+  const auto connection = Connection::open(text);
+  const bool on_server = text.find("PostgreSQL") != std::string::npos;
+  database::Session& session = *database::ConnectionAccess::session(*connection);
+  std::string statements = on_server ? "" : "delete from sqlite_sequence;";
+  for (const std::string& name : tables()) {
+    if (name == "Ombrix_Schema") continue;
+    const auto table = session.table(name);
+    if (!table) return false;
+    statements += "delete from " + name + ";";
+    const bool counts = same_name(table->columns.front().name, "Row_Id");
+    if (on_server && counts) {
+      statements += "alter table " + name + " alter column Row_Id restart;";
+    }
+  }
+  connection->BeginTrans();
+  connection->Execute(statements);
+  connection->CommitTrans();
+  return true;
+}
+
 }  // namespace
 
 std::vector<std::string> databases() {
-  return {"SQLite"};
+  if (std::getenv("OMBRIX_POSTGRES") == nullptr) return {"SQLite"};
+  return {"SQLite", "PostgreSQL"};
 }
 
-Books::Books(const std::string& database) : folder_(fresh_folder()) {
-  text_ = "Driver=" + database + ";Database=" + folder_ + "/books.db;Synchronous=OFF";
-  connection_ = Connection::open(text_);
-  create_schema(*connection_);
-}
+Books::Books(const std::string& database)
+    : database_(database), text_(made().take(database)), connection_(Connection::open(text_)) {}
 
 Books::~Books() {
   connection_.reset();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
+  if (!spoiled_) made().give_back(database_, text_);
 }
 
 std::string Books::text(std::string_view more) const {

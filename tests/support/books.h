@@ -11,10 +11,12 @@
 
 namespace ombrix::testing {
 
-/// The databases that every test which touches one runs on.
+/// The databases that every test which touches one runs on: SQLite, and PostgreSQL when
+/// OMBRIX_POSTGRES names a server (the head of a connection text, without a database).
 std::vector<std::string> databases();
 
-/// A fresh database with the schema, gone with this object.
+/// A database with the schema and no rows. Making one is dear, so it is emptied and used again by a
+/// later test; a test that changes the schema calls `spoil`.
 class Books {
  public:
   /// `database` is one of `databases()`.
@@ -30,6 +32,10 @@ class Books {
   /// One more connection to the same database.
   std::shared_ptr<Connection> another() const { return Connection::open(text_); }
 
+  const std::string& kind() const { return database_; }
+  /// No later test gets this database.
+  void spoil() { spoiled_ = true; }
+
   void execute(std::string_view statements) const { connection_->Execute(statements); }
   /// All rows of a select, read through a connection of its own.
   std::vector<std::vector<Value>> rows(std::string_view select,
@@ -40,8 +46,9 @@ class Books {
   std::string dump() const;
 
  private:
-  std::string folder_;
+  std::string database_;
   std::string text_;
+  bool spoiled_ = false;
   std::shared_ptr<Connection> connection_;
 };
 
