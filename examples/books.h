@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+#include <ombrix/connection.h>
+#include <string>
+
+namespace demo {
+
+/// Opens the database at `path`. One that is not there is made and filled with the company; one
+/// that is there must have the tables, and is used as it is. Raises `BadInput` or a failure that
+/// says what is wrong.
+std::shared_ptr<ombrix::Connection> open_books(const std::string& path, const std::string& company);
+
+/// Makes the folder of the database, and removes what an earlier run left there.
+void clear_books(const std::string& path);
+
+}  // namespace demo

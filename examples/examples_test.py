@@ -1,0 +1,99 @@
+"""Runs the demo and the README's program as a user does, good input and bad."""
+
+import os
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import unittest
+
+DEMO, ORDER_CPP = sys.argv[1:3]
+HEADING = ("Item,Vendor item,Description,Unit,Code,Base units,Quantity,Price,Discount %,Account,"
+           "Project,Free,Tax\n")
+LINE = "1001,,Flour,Bag,BAG,25,2,22.5,0,AA01GL5000,,no,yes\n"
+
+BAD_LINES = [  # what stands in the third line of the file, and what is said of it
+    ("1001,,Flour,Bag\n", "line 3: has 4 columns where 13 belong"),
+    (LINE.replace("22.5", "cheap"), 'line 3: "Price" must be a number'),
+    (LINE.replace("22.5", "nan"), 'line 3: "Price" must be a number'),
+    (LINE.replace(",2,", ",-2,"), 'line 3: "Quantity" must be a number'),
+    (LINE.replace(",2,", ",0,"), 'line 3: "Quantity" must be above 0'),
+    (LINE.replace("Flour", '"Flour'), "line 3: a double quote is not closed"),
+    (LINE.replace("Flour", '"Flour" fine'), "line 3: something stands behind a closing"),
+    (LINE.replace("AA01GL5000", ""), 'line 3: "Account" is empty'),
+    (LINE.replace("no,yes", "no,perhaps"), 'line 3: "Tax" must be "yes" or "no"'),
+]
+
+
+class Examples(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        os.makedirs(self.path("build/demo"))
+
+    def path(self, name):
+        return os.path.join(self.folder.name, name)
+
+    def write(self, name, text):
+        with open(self.path(name), "w", encoding="utf-8", newline="") as file:
+            file.write(text)
+        return self.path(name)
+
+    def run_program(self, *command):
+        return subprocess.run(command, cwd=self.folder.name, capture_output=True, text=True,
+                              timeout=60, check=False)
+
+    def demo(self, *arguments):
+        return self.run_program(DEMO, *arguments)
+
+    def check_refused(self, result, message, code=1):
+        self.assertEqual(result.returncode, code, result.stderr)
+        self.assertIn(message, result.stderr)
+
+    def test_an_order_reaches_its_final_number_and_the_next_run_the_next(self):
+        first = self.demo("--database", "build/demo/books.db")
+        self.assertEqual(first.returncode, 0, first.stderr)
+        for text in ("AA01LPOTMP1, saved", "AA01LPO118, the final number", "Invalid Account No",
+                     "AA1001  Wheat flour, type 550             0          0    350"):
+            self.assertIn(text, first.stdout)
+        self.assertLess(max(map(len, first.stdout.splitlines())), 100)
+        second = self.demo("--database", "build/demo/books.db")
+        self.assertIn("AA01LPO119, the final number", second.stdout)
+        readme = self.run_program(ORDER_CPP)
+        self.assertEqual((readme.returncode, readme.stdout), (0, "AA01LPO120\n"))
+
+    def test_lines_of_ones_own_are_taken(self):
+        lines = self.write("own.csv", "\ufeff" + (HEADING + LINE).replace("\n", "\r\n"))
+        result = self.demo("--database", "own.db", lines)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("1  1001  Flour        Bag     4  22.50", result.stdout)
+
+    def test_a_bad_line_is_named_and_no_database_made(self):
+        for line, message in BAD_LINES:
+            with self.subTest(message):
+                lines = self.write("bad.csv", HEADING + LINE + line)
+                self.check_refused(self.demo("--database", "bad.db", lines), message)
+                self.assertFalse(os.path.exists(self.path("bad.db")))
+
+    def test_a_quote_in_a_code_is_refused_by_the_database(self):
+        lines = self.write("quote.csv", HEADING + LINE.replace("1001", "10'01"))
+        self.check_refused(self.demo("--database", "quote.db", lines), "demo: ")
+
+    def test_files_that_do_not_serve_are_named(self):
+        self.check_refused(self.demo("none.csv"), "none.csv: the file cannot be read")
+        self.check_refused(self.demo(self.write("empty.csv", "")), "no lines behind the heading")
+        self.check_refused(self.demo("--database", "no/such/folder.db"), "unable to open")
+        self.check_refused(self.demo("--database", "build"), "unable to open")
+        text = self.write("text.db", "no database, only a text that is long enough\n" * 40)
+        self.check_refused(self.demo("--database", text), "file is not a database")
+        with sqlite3.connect(self.path("other.db")) as other:
+            other.execute("create table Customers (Name text)")
+        other.close()
+        self.check_refused(self.demo("--database", "other.db"), "has no purchase tables")
+
+    def test_wrong_use_is_told(self):
+        for arguments in (["--database"], ["--nonsense"], ["a.csv", "b.csv"], [""]):
+            self.check_refused(self.demo(*arguments), "usage: demo", code=2)
+
+
+unittest.main(argv=sys.argv[:1])
