@@ -36,6 +36,14 @@ bool has_the_tables(const std::shared_ptr<ombrix::Connection>& books) {
   }
 }
 
+void fill_books(ombrix::Connection& books, const std::string& inserts) {
+  ombrix::all_or_nothing(books, [&] {
+    ombrix::create_schema(books);
+    books.Execute(inserts);
+    return true;
+  });
+}
+
 }  // namespace
 
 std::shared_ptr<ombrix::Connection> open_books(const std::string& path,
@@ -55,11 +63,20 @@ std::shared_ptr<ombrix::Connection> open_books(const std::string& path,
     if (!has_the_tables(books)) throw BadInput(path + ": the database has no purchase tables");
     return books;
   }
-  ombrix::all_or_nothing(*books, [&] {
-    ombrix::create_schema(*books);
-    books->Execute(inserts);
-    return true;
-  });
+  fill_books(*books, inserts);
+  return books;
+}
+
+std::shared_ptr<ombrix::Connection> open_books_on(const std::string& server,
+                                                  const std::string& company) {
+  const std::string inserts = text_of(company);
+  const auto first = ombrix::Connection::open(server + ";Database=postgres");
+  ombrix::Recordset found;
+  found.Open("Select datname From pg_database Where datname='ombrix_demo'", first,
+             ombrix::StaticUnlocked);
+  if (found.RecordCount() == 0) first->Execute("Create Database ombrix_demo");
+  auto books = ombrix::Connection::open(server + ";Database=ombrix_demo");
+  if (!has_the_tables(books)) fill_books(*books, inserts);
   return books;
 }
 

@@ -11,6 +11,11 @@ namespace demo {
 /// says what is wrong.
 std::shared_ptr<ombrix::Connection> open_books(const std::string& path, const std::string& company);
 
+/// The same on a PostgreSQL server, in a database "ombrix_demo"; `server` is the head of a
+/// connection text, without a database.
+std::shared_ptr<ombrix::Connection> open_books_on(const std::string& server,
+                                                  const std::string& company);
+
 /// Makes the folder of the database, and removes what an earlier run left there.
 void clear_books(const std::string& path);
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
@@ -21,15 +22,17 @@ using ombrix::purchase::LPO;
 using Align = Table::Align;
 
 constexpr const char* kUsage =
-    "usage: demo [--database FILE] [LINES.csv]\n"
+    "usage: demo [--database FILE | --postgres] [LINES.csv]\n"
     "Takes a purchase order from a file of lines to its final number.\n"
-    "A FILE that is not there is made; one that is there must be a purchase database.\n";
+    "A FILE that is not there is made; one that is there must be a purchase database.\n"
+    "With --postgres OMBRIX_POSTGRES names the server: \"Driver=PostgreSQL;Host=...\".\n";
 
 const std::string kExamples = OMBRIX_EXAMPLES;
 const std::string kDatabase = OMBRIX_DEMO_DATABASE;
 
 struct Arguments {
   std::string database;  ///< "" for the demo's own
+  bool postgres = false;
   std::string lines = kExamples + "/order.csv";
 };
 
@@ -39,7 +42,10 @@ std::optional<Arguments> parse(std::span<char*> words) {
   bool lines_given = false;
   for (std::size_t i = 1; i < words.size(); ++i) {
     const std::string word = words[i];
-    if (word == "--database" && i + 1 < words.size() && *words[i + 1] != '\0') {
+    if (word == "--postgres" && arguments.database.empty()) {
+      arguments.postgres = true;
+    } else if (word == "--database" && !arguments.postgres && i + 1 < words.size() &&
+               *words[i + 1] != '\0') {
       arguments.database = words[++i];
     } else if (!word.starts_with('-') && !word.empty() && !lines_given) {
       arguments.lines = word;
@@ -235,14 +241,25 @@ void show_refusal(LPO& order, const std::shared_ptr<Connection>& books) {
   table.print(std::cout);
 }
 
-void demonstrate(const Arguments& arguments) {
-  std::vector<OrderLine> lines = read_order(arguments.lines);
+std::shared_ptr<Connection> books_of(const Arguments& arguments) {
+  const std::string company = kExamples + "/company.sql";
+  std::cout << "The order in " << shown(arguments.lines) << ", on ";
+  if (arguments.postgres) {
+    const char* server = std::getenv("OMBRIX_POSTGRES");
+    if (server == nullptr) throw BadInput("OMBRIX_POSTGRES names no server");
+    std::cout << "PostgreSQL\n\n";
+    return open_books_on(server, company);
+  }
   const bool own = arguments.database.empty();
   if (own) clear_books(kDatabase);
   const std::string database = own ? kDatabase : arguments.database;
-  const auto books = open_books(database, kExamples + "/company.sql");
-  std::cout << "The order in " << shown(arguments.lines) << ", on " << shown(database) << "\n\n";
+  std::cout << shown(database) << "\n\n";
+  return open_books(database, company);
+}
 
+void demonstrate(const Arguments& arguments) {
+  std::vector<OrderLine> lines = read_order(arguments.lines);
+  const auto books = books_of(arguments);
   LPO order;
   prepare(order, books);
   describe(order);

@@ -2,7 +2,8 @@
 #
 # Installs the Debian packages that are missing, and only these; says nothing when all are there.
 
-packages=(g++ cmake ninja-build libsqlite3-dev libpq-dev libgtest-dev libbenchmark-dev python3)
+packages=(g++ cmake ninja-build libsqlite3-dev libpq-dev libgtest-dev libbenchmark-dev python3
+          postgresql)
 
 step() {
   printf '\n== %s\n' "$*"

@@ -3,8 +3,8 @@
 #
 #   scripts/with_postgres.sh COMMAND [ARGUMENT...]
 #
-# The server listens on a unix socket and on loopback, on a port of its own, and keeps its files in a
-# temporary folder. The command finds it through OMBRIX_POSTGRES, the head of a connection text
+# The server listens on a unix socket and on loopback, on a port of its own, and keeps its files in
+# a temporary folder. The command finds it through OMBRIX_POSTGRES, the head of a connection text
 # ("Driver=PostgreSQL;Host=...;Port=...;Username=...;Password=..."). Where OMBRIX_POSTGRES is set
 # already, that server is used and none is started.
 set -euo pipefail
@@ -56,7 +56,8 @@ CONF
 "${as_owner[@]}" "$bin/pg_ctl" -D "$folder/data" -l "$folder/server.log" -w start >/dev/null ||
   { cat "$folder/server.log" >&2; exit 1; }
 
-export OMBRIX_POSTGRES="Driver=PostgreSQL;Host=127.0.0.1;Port=$port;Username=ombrix;Password=$password"
+head="Driver=PostgreSQL;Host=127.0.0.1;Port=$port"
+export OMBRIX_POSTGRES="$head;Username=ombrix;Password=$password"
 status=0
 "$@" || status=$?
 exit "$status"

@@ -101,11 +101,16 @@ bool all_or_nothing(Connection& connection, Body&& body) {
     try {
       connection.RollbackTrans();
     } catch (const Failure&) {
-      // The session is gone and its transaction with it; the first failure tells why.
+      // The first failure tells why; whatever ended the session undid the transaction.
     }
     throw;
   }
-  connection.RollbackTrans();
+  try {
+    connection.RollbackTrans();
+  } catch (const Failure&) {
+    // A session that was lost took its transaction with it: False is the whole answer.
+    if (connection.State() == 1) throw;
+  }
   return false;
 }
 

@@ -2,22 +2,26 @@
  *
  * Conventions
  *
- * Handles. An object is an opaque 64-bit handle; 0 is none. A handle that the library gives out is a
- *   reference of the caller's own, ended by ombrix_release. A stale, foreign or zero handle gets
- *   OMBRIX_INVALID_HANDLE, never a crash.
+ * Handles. An object is an opaque 64-bit handle; 0 is none. A handle that the library gives out is
+ * a reference of the caller's own, ended by ombrix_release. A stale, foreign or zero handle gets
+ * OMBRIX_INVALID_HANDLE, never a crash.
+ *
  * Status. Every function answers OMBRIX_OK or a negative status. After a negative one the calling
- *   thread reads the failure with ombrix_failure_number and ombrix_failure_text. No C++ exception
- *   leaves the library, and one that leaves a callback is taken as a failure of that callback.
- * Texts. UTF-8. A name is a null-terminated text. A value's text is a pointer and a length in bytes,
- *   or OMBRIX_NUL_TERMINATED for the length; it may hold zero characters.
+ * thread reads the failure with ombrix_failure_number and ombrix_failure_text. No C++ exception
+ * leaves the library, and one that leaves a callback is taken as a failure of that callback.
+ *
+ * Texts. UTF-8. A name is a null-terminated text. A value's text is a pointer and a length in
+ * bytes, or OMBRIX_NUL_TERMINATED for the length; it may hold zero characters.
+ *
  * Who frees what. What the caller passes in stays the caller's and is not kept. A value that the
- *   library fills (a result, an argument by reference) is the caller's to end with ombrix_clear,
- *   which is harmless on any value that was initialised. In a callback it is the other way round:
- *   arguments live as long as the call, results are filled with ombrix_put_text and its like and
- *   belong to the library from then on.
+ * library fills (a result, an argument by reference) is the caller's to end with ombrix_clear,
+ * which is harmless on any value that was initialised. In a callback it is the other way round:
+ * arguments live as long as the call, results are filled with ombrix_put_text and its like and
+ * belong to the library from then on.
+ *
  * Threads. An object may be used from any one thread at a time, a connection together with all that
- *   use it. Threads with objects of their own do not disturb each other. Registering and creating
- *   are safe from any thread.
+ * use it. Threads with objects of their own do not disturb each other. Registering and creating
+ * are safe from any thread.
  */
 #ifndef OMBRIX_OMBRIX_H
 #define OMBRIX_OMBRIX_H
@@ -110,8 +114,8 @@ ombrix_status ombrix_release(ombrix_handle object);
 /* 1 when both handles stand for one object, else 0. */
 ombrix_status ombrix_same(ombrix_handle left, ombrix_handle right, int32_t* same);
 
-/* Members are named without regard to case. The arguments of get and let are the indices of a member
-   that has them, such as a cell's row and column. */
+/* Members are named without regard to case. The arguments of get and let are the indices of a
+   member that has them, such as a cell's row and column. */
 ombrix_status ombrix_get(ombrix_handle object, const char* member, const ombrix_value* arguments,
                          size_t count, ombrix_value* result);
 ombrix_status ombrix_let(ombrix_handle object, const char* member, const ombrix_value* arguments,
@@ -151,9 +155,18 @@ ombrix_status ombrix_connection_open(const char* connection_text, ombrix_handle*
 /* Makes every table and view that is not there yet. */
 ombrix_status ombrix_create_schema(ombrix_handle connection);
 
-/* A grid in memory; `rows` includes the heading. Its members: Rows, TextMatrix, ValueMatrix, Cell. */
+/* A grid in memory; `rows` includes the heading. Its members are Rows, TextMatrix, ValueMatrix and
+   Cell. */
 ombrix_status ombrix_grid_new(int32_t rows, int32_t columns, ombrix_handle* grid);
 ombrix_status ombrix_grid_size(ombrix_handle grid, int32_t* rows, int32_t* columns);
+/* Where a text goes, and how many bytes it has. */
+typedef struct ombrix_cell {
+  int32_t row, column, length;
+} ombrix_cell;
+/* Writes many cells of a grid in memory at once; their texts stand in `bytes` one behind the other.
+   A cell that is refused ends it; those before it are written. */
+ombrix_status ombrix_grid_fill(ombrix_handle grid, const ombrix_cell* cells, size_t count,
+                               const char* bytes);
 
 typedef struct ombrix_mark {
   int32_t setting, row, column, row2, column2;
@@ -184,7 +197,7 @@ ombrix_status ombrix_wrap(const char* class_name, const ombrix_functions* functi
                           ombrix_handle* object);
 
 /* Makes an instance for each use: fills `object` with a handle of the client's own (ombrix_wrap),
-   which the library takes over. */
+   which the library takes over, also when the factory then fails. */
 typedef ombrix_status (*ombrix_factory)(void* context, ombrix_handle* object);
 
 /* Puts a component under a name, in place of what stood there, until it is unregistered. Later ones

@@ -25,13 +25,16 @@ void replace_each(std::string& text, std::string_view word, std::string_view by)
   }
 }
 
+std::string spaced(std::string_view word, std::string_view behind) {
+  return std::string(" ").append(word).append(behind);
+}
+
 /// The schema is written once; a driver says some types in its own words.
 std::string schema_for(const database::Dialect& dialect) {
   std::string text(kSchemaText);
-  const std::string text_type(dialect.text_type);
-  replace_each(text, " text,", " " + text_type + ",");
-  replace_each(text, " text not null", " " + text_type + " not null");
-  replace_each(text, " generated_key,", " " + std::string(dialect.generated_key) + ",");
+  replace_each(text, " text,", spaced(dialect.text_type, ","));
+  replace_each(text, " text not null", spaced(dialect.text_type, " not null"));
+  replace_each(text, " generated_key,", spaced(dialect.generated_key, ","));
   return text;
 }
 

@@ -51,9 +51,10 @@ std::int32_t count_lines(const Grid& grid) {
   return count;
 }
 
-Grid& given(const std::shared_ptr<Grid>& grid) {
+/// A reference of the method's own: a grid of the client's may take itself away while it is asked.
+std::shared_ptr<Grid> given(const std::shared_ptr<Grid>& grid) {
   if (!grid) raise_not_set();
-  return *grid;
+  return grid;
 }
 
 }  // namespace
@@ -101,7 +102,8 @@ bool LPO::Save_LPO_Master() {
 
 bool LPO::Save_LPO_Detail() {
   return trapped(Trap::plain, [&] {
-    Grid& grid = given(GridName());
+    const auto held = given(GridName());
+    Grid& grid = *held;
     const std::int32_t lines = count_lines(grid);
     auto detail = open(sql({"Select * from LPO_Detail"}), Dynamic);
     DiscountSpread discount(*this);
@@ -152,7 +154,8 @@ bool LPO::Get_LPO_Detail() {
         sql({"Select * from LPO_Detail Where LPO_No=", text(LPONo()), " Order By SL_No"}), Keyset,
         ConnectionString());
     const auto count = static_cast<std::int32_t>(detail.RecordCount());
-    Grid& grid = given(GridName());
+    const auto held = given(GridName());
+    Grid& grid = *held;
     if (ProcessedFlag() || grid.Rows() < count) grid.Rows(count + 2);
     for (std::int32_t row = 1; row <= count; ++row) {
       LPOLine line{{grid, row}, *this};

@@ -234,10 +234,8 @@ class Sweeper {
     return cut.kind == Fault::Kind::lose_session && cut.call().road == Call::Road::object;
   }
   /// A method turns its failures into an answer; those of the transaction's own calls reach the
-  /// client, the rollback of one that died with its session among them.
-  bool raises(const Cut& cut) const {
-    return frames_transaction(cut) || (transaction_ && died(cut));
-  }
+  /// client.
+  static bool raises(const Cut& cut) { return frames_transaction(cut); }
 
   /// A number that is not used stays free; only a session that died may leave it claimed.
   void expect_counters(const std::string& left, const Cut& cut, bool used) const {

@@ -248,7 +248,7 @@ void Recordset::Rows::take_back(Parameters& parameters) {
 
 std::size_t Recordset::Rows::place_of(std::string_view name) {
   // A few columns further on, because some are left alone. In a join two may bear one name.
-  constexpr std::size_t kAhead = 4;
+  constexpr std::size_t kAhead = 6;
   const std::size_t end = plan_->table ? std::min(last_place_ + kAhead, plan_->places.size()) : 0;
   for (std::size_t place = last_place_; place < end; ++place) {
     if (plan_->names[place] == name) return last_place_ = place;
@@ -276,6 +276,7 @@ Cell Recordset::Rows::held(std::size_t place) const {
 void Recordset::Rows::leave_row() {
   changes_.clear();
   written_.clear();
+  last_place_ = 0;
   begun_ = false;
   adding_ = false;
   deleted_ = false;

@@ -10,8 +10,7 @@ namespace ombrix {
 std::vector<MemberInfo> Interface::infos() const {
   std::vector<MemberInfo> infos;
   for (const Member& member : members_) {
-    infos.push_back({static_cast<int>(infos.size()) + 1, member.name, member.access,
-                     member.type});
+    infos.push_back({static_cast<int>(infos.size()) + 1, member.name, member.access, member.type});
   }
   return infos;
 }
@@ -19,7 +18,7 @@ std::vector<MemberInfo> Interface::infos() const {
 const Member* Interface::find(std::string_view name) const {
   for (std::size_t slot = hash(name); slots_[slot] != 0; slot = (slot + 1) % kSlots) {
     const Member& member = members_[slots_[slot] - 1U];
-    if (same(member.name, name)) return &member;
+    if (member.name == name || same(member.name, name)) return &member;
   }
   return nullptr;
 }

@@ -1,10 +1,12 @@
+#include <iostream>
 #include <map>
 #include <memory>
 #include <mutex>
 
-#include "frame/hosting/c/guard.h"
 #include "ombrix/components.h"
 #include "ombrix/dialogue.h"
+
+#include "frame/hosting/c/guard.h"
 
 using namespace ombrix;
 using namespace ombrix::c;
@@ -29,6 +31,15 @@ void run_callback(Callback callback) {
   const std::int32_t number = ombrix_failure_number();
   if (number == 0) throw Failure(440, "A callback failed and gave no reason.");
   throw Failure(number, ombrix_failure_text());
+}
+
+/// Nobody waits for what a destroy callback tells, so what it throws ends here.
+void end_instance(void (*destroy)(void*), void* instance) noexcept {
+  try {
+    if (destroy != nullptr) destroy(instance);
+  } catch (...) {
+    remember(OMBRIX_FAILURE, 440, "A destroy callback threw.");
+  }
 }
 
 /// A value that a callback fills; it is the library's from then on.
@@ -59,9 +70,7 @@ class ClientObject final : public Object {
  public:
   ClientObject(std::string name, const ombrix_functions& functions, void* instance)
       : name_(std::move(name)), functions_(functions), instance_(instance) {}
-  ~ClientObject() override {
-    if (functions_.destroy != nullptr) functions_.destroy(instance_);
-  }
+  ~ClientObject() override { end_instance(functions_.destroy, instance_); }
 
   std::string_view class_name() const override { return name_; }
 
@@ -90,9 +99,8 @@ class ClientObject final : public Object {
     offered(functions_.set, member);
     const Value value(object);
     LentArguments lent({&value, 1});
-    run_callback([&] {
-      return functions_.set(instance_, named(member).c_str(), lent.data()->as.object);
-    });
+    run_callback(
+        [&] { return functions_.set(instance_, named(member).c_str(), lent.data()->as.object); });
   }
 
   Value call(std::string_view member, std::span<Value> arguments) override {
@@ -124,11 +132,18 @@ class ClientObject final : public Object {
   void* instance_;
 };
 
+/// The handle that a factory fills; it ends here, also when the factory then fails.
+struct Made {
+  ombrix_handle handle = 0;
+  Made() = default;
+  Made(const Made&) = delete;
+  Made& operator=(const Made&) = delete;
+  ~Made() { Handles::instance().remove(handle); }
+};
+
 /// What a client gave along with its functions, ended when the last that needs it goes.
 std::shared_ptr<void> owned_context(void* context, void (*destroy)(void*)) {
-  return {context, [destroy](void* held) {
-            if (destroy != nullptr) destroy(held);
-          }};
+  return {context, [destroy](void* held) { end_instance(destroy, held); }};
 }
 
 struct Registrations {
@@ -148,15 +163,24 @@ class ClientDialogue final : public Dialogue {
       : functions_(functions), context_(owned_context(context, functions.destroy)) {}
 
   void message(std::string_view text, std::string_view title) override {
-    if (functions_.message == nullptr) return;
-    functions_.message(context_.get(), std::string(text).c_str(), std::string(title).c_str());
+    if (functions_.message == nullptr) {
+      std::cerr << title << ": " << text << '\n';
+      return;
+    }
+    run_callback([&] {
+      functions_.message(context_.get(), std::string(text).c_str(), std::string(title).c_str());
+      return OMBRIX_OK;
+    });
   }
   std::string input(std::string_view prompt, std::string_view title,
                     std::string_view preset) override {
     if (functions_.input == nullptr) return "";
     Filled answer;
-    functions_.input(context_.get(), std::string(prompt).c_str(), std::string(title).c_str(),
-                     std::string(preset).c_str(), answer.target());
+    run_callback([&] {
+      functions_.input(context_.get(), std::string(prompt).c_str(), std::string(title).c_str(),
+                       std::string(preset).c_str(), answer.target());
+      return OMBRIX_OK;
+    });
     return answer.take().text_or_empty();
   }
 
@@ -167,8 +191,8 @@ class ClientDialogue final : public Dialogue {
 
 }  // namespace
 
-ombrix_status ombrix_wrap(const char* class_name, const ombrix_functions* functions,
-                          void* instance, ombrix_handle* object) {
+ombrix_status ombrix_wrap(const char* class_name, const ombrix_functions* functions, void* instance,
+                          ombrix_handle* object) {
   return guarded([&] {
     given(object) = 0;
     give(object, std::make_shared<ClientObject>(std::string(checked_text(class_name)),
@@ -186,12 +210,11 @@ ombrix_status ombrix_register(const char* name, ombrix_factory factory, void* co
     }
     const auto held_context = owned_context(context, destroy);
     Registration made(text, [factory, held_context] {
-      ombrix_handle object = 0;
-      run_callback([&] { return factory(held_context.get(), &object); });
-      ObjectRef made_object = Handles::instance().find(object);
-      if (!made_object) throw Failure(440, "A factory made no object.");
-      Handles::instance().remove(object);
-      return made_object;
+      Made object;
+      run_callback([&] { return factory(held_context.get(), &object.handle); });
+      ObjectRef found = Handles::instance().find(object.handle);
+      if (!found) throw Failure(440, "A factory made no object.");
+      return found;
     });
     Registrations& all = registrations();
     const std::lock_guard lock(all.mutex);

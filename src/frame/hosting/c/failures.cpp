@@ -30,9 +30,15 @@ ombrix_status remember(const Failure& failure) noexcept {
 
 }  // namespace ombrix::c
 
-int32_t ombrix_failure_number(void) { return last_failure().number; }
-const char* ombrix_failure_text(void) { return last_failure().text.c_str(); }
-const char* ombrix_failure_hint(void) { return last_failure().hint.c_str(); }
+int32_t ombrix_failure_number(void) {
+  return last_failure().number;
+}
+const char* ombrix_failure_text(void) {
+  return last_failure().text.c_str();
+}
+const char* ombrix_failure_hint(void) {
+  return last_failure().hint.c_str();
+}
 
 ombrix_status ombrix_raise(int32_t number, const char* description) {
   return ombrix::c::guarded([&] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -28,6 +29,8 @@ ombrix_status guarded(Body&& body) noexcept {
   } catch (const Failure& failure) {
     return remember(failure);
   } catch (const std::bad_alloc&) {
+    return remember(OMBRIX_INTERNAL, 7, "Out of memory");
+  } catch (const std::length_error&) {
     return remember(OMBRIX_INTERNAL, 7, "Out of memory");
   } catch (const std::exception& fault) {
     return remember(OMBRIX_INTERNAL, 51, fault.what());

@@ -21,7 +21,7 @@ ombrix_handle Handles::add(ObjectRef object) {
   const std::lock_guard lock(mutex_);
   if (free_.empty()) {
     // Room for the way back is made first, so that a release can never fail.
-    free_.reserve(slots_.size() + 1);
+    if (free_.capacity() == slots_.size()) free_.reserve(2 * slots_.size() + 1);
     slots_.emplace_back();
     free_.push_back(static_cast<std::uint32_t>(slots_.size() - 1));
   }

@@ -1,12 +1,10 @@
-#include <algorithm>
-#include <cstring>
-
-#include "frame/hosting/c/guard.h"
-#include "frame/hosting/shipped.h"
 #include "ombrix/components.h"
 #include "ombrix/connection.h"
 #include "ombrix/grid.h"
 #include "ombrix/schema.h"
+
+#include "frame/hosting/c/guard.h"
+#include "frame/hosting/shipped.h"
 
 using namespace ombrix;
 using namespace ombrix::c;
@@ -16,9 +14,7 @@ namespace {
 /// Cut where it does not fit, which no name of the library does.
 template <size_t kSize>
 void copy_name(char (&target)[kSize], std::string_view name) {
-  const size_t length = std::min(name.size(), kSize - 1);
-  std::memcpy(target, name.data(), length);
-  target[length] = '\0';
+  target[name.copy(target, kSize - 1)] = '\0';
 }
 
 /// Puts a result where the caller wants one.
@@ -28,7 +24,9 @@ void answer(ombrix_value* result, const Value& value) {
 
 }  // namespace
 
-const char* ombrix_version(void) { return OMBRIX_VERSION; }
+const char* ombrix_version(void) {
+  return OMBRIX_VERSION;
+}
 
 void ombrix_clear(ombrix_value* value) {
   if (value != nullptr) clear(*value);
@@ -39,9 +37,7 @@ ombrix_status ombrix_put_text(ombrix_value* value, const char* bytes, int64_t le
 }
 
 ombrix_status ombrix_put_object(ombrix_value* value, ombrix_handle object) {
-  return guarded([&] {
-    fill(given(value), Value(object == 0 ? ObjectRef() : held(object)));
-  });
+  return guarded([&] { fill(given(value), Value(object == 0 ? ObjectRef() : held(object))); });
 }
 
 ombrix_status ombrix_create(const char* name, ombrix_handle* object) {
@@ -182,6 +178,22 @@ ombrix_status ombrix_grid_size(ombrix_handle grid, int32_t* rows, int32_t* colum
     const auto memory = held_as<MemoryGrid>(grid);
     given(rows) = memory->Rows();
     given(columns) = memory->Cols();
+  });
+}
+
+ombrix_status ombrix_grid_fill(ombrix_handle grid, const ombrix_cell* cells, size_t count,
+                               const char* bytes) {
+  return guarded([&] {
+    const auto memory = held_as<MemoryGrid>(grid);
+    if (count == 0) return;
+    given(cells);
+    given(bytes);
+    for (size_t i = 0; i < count; ++i) {
+      const ombrix_cell& cell = cells[i];
+      if (cell.length < 0) throw Refusal{OMBRIX_INVALID_ARGUMENT, "A length is out of range."};
+      memory->TextMatrix(cell.row, cell.column, checked_text(bytes, cell.length));
+      bytes += cell.length;
+    }
   });
 }
 

@@ -1,5 +1,6 @@
 #include "frame/hosting/c/values.h"
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -11,7 +12,22 @@ namespace ombrix::c {
 
 namespace {
 
-std::int64_t seconds_of(const Date& date) { return date.since_zero().count(); }
+std::int64_t seconds_of(const Date& date) {
+  return date.since_zero().count();
+}
+
+/// Most texts are, and then need no look at each character.
+bool is_ascii(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  std::uint64_t seen = 0;
+  for (; text.size() >= sizeof seen; text.remove_prefix(sizeof seen)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data(), sizeof word);
+    seen |= word;
+  }
+  for (const char c : text) seen |= static_cast<unsigned char>(c);
+  return (seen & kHighBits) == 0;
+}
 
 Value object_from(ombrix_handle handle) {
   if (handle == 0) return Value(ObjectRef());
@@ -72,7 +88,7 @@ std::string_view checked_text(const char* bytes, int64_t length) {
   }
   const std::string_view text(
       bytes, length == OMBRIX_NUL_TERMINATED ? std::strlen(bytes) : static_cast<size_t>(length));
-  if (!is_utf8(text)) throw Refusal{OMBRIX_INVALID_TEXT, "A text is not UTF-8."};
+  if (!is_ascii(text) && !is_utf8(text)) throw Refusal{OMBRIX_INVALID_TEXT, "A text is not UTF-8."};
   return text;
 }
 
@@ -126,19 +142,26 @@ std::vector<Value> arguments_from(const ombrix_value* arguments, size_t count) {
   return values;
 }
 
-LentArguments::LentArguments(std::span<const Value> values) : values_(values.size()) {
+// Delegates, so that a failure half way still ends the handles.
+LentArguments::LentArguments(std::span<const Value> values) : LentArguments() {
+  values_.resize(values.size());
+  handles_.reserve(values.size());
   for (size_t i = 0; i < values.size(); ++i) {
-    write(values_[i], values[i]);
-    values_[i].flags |= OMBRIX_BY_REFERENCE;
+    ombrix_value& lent = values_[i];
+    if (const auto* text = std::get_if<std::string>(&values[i].held())) {
+      lent.type = OMBRIX_TEXT;
+      lent.as.text = {text->c_str(), static_cast<int64_t>(text->size())};
+    } else {
+      write(lent, values[i]);
+      if (lent.type == OMBRIX_OBJECT) handles_.push_back(lent.as.object);
+    }
+    lent.flags = OMBRIX_BY_REFERENCE;
   }
 }
 
 LentArguments::~LentArguments() {
   for (ombrix_value& value : values_) clear(value);
-}
-
-void LentArguments::give_back(std::span<Value> values) const {
-  for (size_t i = 0; i < values.size(); ++i) values[i] = from_c(values_[i]);
+  for (const ombrix_handle handle : handles_) Handles::instance().remove(handle);
 }
 
 }  // namespace ombrix::c

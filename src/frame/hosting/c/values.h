@@ -33,7 +33,9 @@ void fill(ombrix_value& target, const Value& value);
 /// Refuses too many arguments, and none where some are counted.
 std::vector<Value> arguments_from(const ombrix_value* arguments, size_t count);
 
-/// Arguments on their way to a callback, ended with this object.
+/// Arguments on their way to a callback. Their texts are those of `values`, which outlive this
+/// object; their handles end with it. Neither is owned by the C value, so that a callback may
+/// overwrite it by hand or with `ombrix_put_text` and its like.
 class LentArguments {
  public:
   explicit LentArguments(std::span<const Value> values);
@@ -43,11 +45,12 @@ class LentArguments {
 
   ombrix_value* data() { return values_.data(); }
   size_t size() const { return values_.size(); }
-  /// Takes over what the callback left in them.
-  void give_back(std::span<Value> values) const;
 
  private:
+  LentArguments() = default;
+
   std::vector<ombrix_value> values_;
+  std::vector<ombrix_handle> handles_;
 };
 
 }  // namespace ombrix::c
