@@ -156,14 +156,13 @@ void FuzzClient::call() {
 }
 
 void FuzzClient::look() {
-  static constexpr std::int32_t kCells[] = {0, 1, 2, -1, std::numeric_limits<std::int32_t>::max()};
   ombrix_value value{};
   ombrix_member_info info{};
   ombrix_mark mark{};
   std::size_t count = 0;
   std::int32_t number = 0;
   const ombrix_handle object = any_handle();
-  switch (below(10)) {
+  switch (below(8)) {
     case 0:
       check(ombrix_class_name(object, &value));
       break;
@@ -186,12 +185,6 @@ void FuzzClient::look() {
       break;
     case 6:
       check(ombrix_classes(&value));
-      break;
-    case 7:
-      check(ombrix_grid_text(object, kCells[below(5)], kCells[below(5)], &value));
-      break;
-    case 8:
-      check(ombrix_grid_put_text(object, kCells[below(5)], kCells[below(5)], any_member(), -1));
       break;
     default:
       check(ombrix_create_schema(object));

@@ -88,7 +88,6 @@ static void test_client_grid(ombrix_handle connection, int knows_numbers) {
 
   CHECK(answers(order, "Create_LPO") == 1);
   CHECK((shown.numbers_read > 0) == knows_numbers);
-  CHECK_REFUSED(OMBRIX_INVALID_HANDLE, ombrix_grid_text(grid, 1, 1, &held));
 
   CHECK(ombrix_wrap("Client.Grid", &kControl, &read, &other) == OMBRIX_OK);
   CHECK(ombrix_set(order, "GridName", other) == OMBRIX_OK);
@@ -167,18 +166,6 @@ static void test_grid_in_memory(ombrix_handle connection) {
   put_line(grid, 2);
   CHECK(ombrix_grid_size(grid, &rows, &columns) == OMBRIX_OK && rows == 4 && columns == 21);
   CHECK_FAILURE(9, "Subscript out of range", ombrix_get(grid, "TextMatrix", cell, 2, &value));
-
-  CHECK(ombrix_grid_put_text(grid, 3, 20, "True!", 4) == OMBRIX_OK);
-  CHECK(cell_is(grid, 3, 20, "True"));
-  CHECK(ombrix_grid_text(grid, 2, 3, &value) == OMBRIX_OK);
-  CHECK(strcmp(value.as.text.bytes, "Paper") == 0);
-  ombrix_clear(&value);
-  CHECK_FAILURE(9, "Subscript out of range", ombrix_grid_text(grid, 4, 0, &value));
-  CHECK_FAILURE(9, "Subscript out of range", ombrix_grid_put_text(grid, 0, -1, "", 0));
-  CHECK_REFUSED(OMBRIX_INVALID_ARGUMENT, ombrix_grid_text(grid, 1, 1, NULL));
-  CHECK_REFUSED(OMBRIX_INVALID_ARGUMENT, ombrix_grid_put_text(grid, 1, 1, NULL, 1));
-  CHECK_REFUSED(OMBRIX_INVALID_TEXT, ombrix_grid_put_text(grid, 1, 1, "\xC3", 1));
-  CHECK_REFUSED(OMBRIX_INVALID_HANDLE, ombrix_grid_text(order, 1, 1, &value));
 
   CHECK(answers(order, "Create_LPO") == 1);
   CHECK(ombrix_set(order, "GridName", grid) == OMBRIX_OK);

@@ -23,6 +23,7 @@ inline constexpr Oid kInt8 = 20;
 inline constexpr Oid kInt2 = 21;
 inline constexpr Oid kInt4 = 23;
 inline constexpr Oid kText = 25;
+inline constexpr Oid kOid = 26;
 inline constexpr Oid kFloat4 = 700;
 inline constexpr Oid kFloat8 = 701;
 inline constexpr Oid kNumeric = 1700;
@@ -45,6 +46,7 @@ constexpr Kind kind_of(Oid type) {
     case oid::kInt2:
     case oid::kInt4:
     case oid::kInt8:
+    case oid::kOid:
     case oid::kBoolean:
       return Kind::integer;
     case oid::kFloat4:

@@ -1,0 +1,197 @@
+"""The line grid between a client and a class."""
+
+from __future__ import annotations
+
+import operator
+import struct
+from array import array
+from ctypes import byref, c_int32, c_size_t
+from typing import Any, Dict, List, Optional, Tuple
+
+from ._failures import SUBSCRIPT, Failure, check, mismatch
+from ._handles import Held, kinds, made
+from ._library import LONG, NO_ARGUMENTS, TWO, Mark, Value, lib
+from ._values import encode, encode_text, take
+
+# Two Values of type Long in a row: packing them costs a third of filling two structures.
+_longs = struct.Struct("=" + "iiiiq" * 2).pack
+
+
+class Grid(Held):
+    """A grid in memory, of so many rows (the heading included) and columns.
+
+        grid = ombrix.Grid(rows=20, cols=40)
+        grid[1, 7] = 10                # a number becomes its general text
+        print(grid[1, 7])              # "10"
+
+    Row 0 is the heading, lines begin in row 1. Outside the grid both raise `Failure` 9.
+    """
+
+    __slots__ = ("_unsent", "_rows", "_columns", "_direct")
+    # A call into the library costs more than all else about a cell. So texts wait here until
+    # something can see them: a method of the grid, or a call of an object that holds it. The size
+    # stands beside them, and is 0 when it has to be asked for; none waits then.
+    _unsent: Dict[Tuple[int, int], bytes]
+    _rows: int
+    _columns: int
+    # Not 0 while others may look at the grid at any time: texts do not wait then.
+    _direct: int
+
+    def __init__(self, rows: int, cols: int) -> None:
+        self._hold(made(lib.grid_new, _long(rows), _long(cols)), "Grid")
+        self._direct = 0
+
+    def _hold(self, handle: int, class_name: str) -> None:
+        super()._hold(handle, class_name)
+        self._unsent, self._rows, self._columns, self._direct = {}, 0, 0, 1
+
+    def __getitem__(self, cell: Tuple[int, int]) -> str:
+        return self._read(b"TextMatrix", cell)
+
+    def __setitem__(self, cell: Tuple[int, int], value: Any) -> None:
+        text = value if type(value) is str else _plain_text(value)
+        try:
+            row, column = cell
+            encoded = text.encode()
+        except (AttributeError, TypeError, ValueError):
+            self._write(_whole(cell), text, value)
+            return
+        if (type(row) is int and type(column) is int
+                and 0 <= row < self._rows and 0 <= column < self._columns):
+            self._unsent[row, column] = encoded
+        else:
+            self._write(_whole(cell), text, value)
+
+    def _write(self, cell: Tuple[int, int], text: Optional[str], value: Any) -> None:
+        """Everything but a text for a grid whose size is known."""
+        if text is None or self._direct:
+            self._let(b"TextMatrix", _pair(*cell), TWO, value)
+            return
+        encoded = encode_text(text)
+        rows, columns = self._size()
+        if not (0 <= cell[0] < rows and 0 <= cell[1] < columns):
+            raise Failure(SUBSCRIPT, "Subscript out of range")
+        self._rows, self._columns = rows, columns
+        self._unsent[cell] = encoded
+
+    def _send(self) -> None:
+        unsent = self._unsent
+        if unsent:
+            self._unsent, self._rows = {}, 0
+            texts = unsent.values()
+            cells = array("i", bytes(12 * len(unsent)))  # row, column and length of each
+            cells[0::3], cells[1::3] = (array("i", places) for places in zip(*unsent))
+            cells[2::3] = array("i", map(len, texts))
+            check(lib.grid_fill(self._handle, cells.tobytes(), len(unsent), b"".join(texts)))
+
+    def _lend(self) -> None:
+        self._send()
+        self._direct += 1
+
+    __iter__ = None
+
+    @property
+    def Rows(self) -> int:
+        """How many rows there are, the heading included. Rows that stay keep their texts."""
+        return self._size()[0]
+
+    @Rows.setter
+    def Rows(self, count: int) -> None:
+        self._let(b"Rows", *NO_ARGUMENTS, count)
+
+    @property
+    def Cols(self) -> int:
+        """How many columns there are."""
+        return self._size()[1]
+
+    def TextMatrix(self, row: int, col: int) -> str:
+        """The text of a cell, as `grid[row, col]`."""
+        return self[row, col]
+
+    def ValueMatrix(self, row: int, col: int) -> float:
+        """A cell as a number: blanks around it, a sign, thousands separators, a decimal point and
+        an exponent are read; any other text is 0."""
+        return self._read(b"ValueMatrix", (row, col))
+
+    def Cell(self, setting: int, row: int, col: int, row2: int, col2: int, value: Any) -> None:
+        """Sets an attribute of a range of cells; 13 is bold. `marks` tells them."""
+        indices = (Value * 5)()
+        for place, index in enumerate((setting, row, col, row2, col2)):
+            indices[place].type = LONG
+            indices[place].integer = _long(index)
+        self._let(b"Cell", indices, c_size_t(5), value)
+
+    @property
+    def marks(self) -> List[Tuple[int, int, int, int, int, Any]]:
+        """The settings that were made by `Cell`, as (setting, row, col, row2, col2, value)."""
+        count = c_size_t()
+        check(lib.grid_mark_count(self._handle, byref(count)))
+        return [self._mark(place) for place in range(count.value)]
+
+    def __repr__(self) -> str:
+        try:
+            return "<Grid rows={} cols={}>".format(*self._size())
+        except Failure:
+            return "<Grid released>"
+
+    def _read(self, member: bytes, cell: Tuple[int, int]) -> Any:
+        self._send()
+        result = Value()
+        check(lib.get(self._handle, member, _pair(*_whole(cell)), TWO, byref(result)))
+        return take(result)
+
+    def _let(self, member: bytes, indices: Any, count: c_size_t, value: Any) -> None:
+        self._send()
+        target = Value()
+        kept = encode(target, value)
+        check(lib.let(self._handle, member, indices, count, byref(target)))
+        del kept
+
+    def _size(self) -> Tuple[int, int]:
+        rows, columns = c_int32(), c_int32()
+        check(lib.grid_size(self._handle, byref(rows), byref(columns)))
+        return rows.value, columns.value
+
+    def _mark(self, place: int) -> Tuple[int, int, int, int, int, Any]:
+        mark, value = Mark(), Value()
+        check(lib.grid_mark(self._handle, place, byref(mark), byref(value)))
+        return mark.setting, mark.row, mark.column, mark.row2, mark.column2, take(value)
+
+
+kinds["Grid"] = Grid
+
+
+def _pair(row: int, column: int) -> bytes:
+    return _longs(LONG, 0, row, 0, 0, LONG, 0, column, 0, 0)
+
+
+def _plain_text(number: Any) -> Optional[str]:
+    """The general text of a number where Python's own is the same; None leaves it to the library,
+    which takes longer."""
+    kind = type(number)
+    if kind is int and -10**15 < number < 10**15:
+        return str(number)
+    if kind is float:
+        text = repr(number + 0.0)  # without the sign of a zero
+        if len(text) < 17 and "e" not in text and "n" not in text:
+            return text[:-2] if text.endswith(".0") else text
+    return None
+
+
+def _whole(cell: Any) -> Tuple[int, int]:
+    """A cell as two plain numbers; raises for what is no cell."""
+    try:
+        row, column = cell
+    except (TypeError, ValueError):
+        raise mismatch("a cell is a row and a column") from None
+    return _long(row), _long(column)
+
+
+def _long(number: Any) -> int:
+    try:
+        whole = operator.index(number)
+    except TypeError:
+        raise mismatch("rows and columns are whole numbers") from None
+    if not -2**31 <= whole < 2**31:
+        raise Failure(SUBSCRIPT, "Subscript out of range")
+    return whole

@@ -1,0 +1,337 @@
+"""Components, grids and windows of the client's own, in Python."""
+
+import gc
+import logging
+import subprocess
+import sys
+import threading
+import unittest
+import weakref
+from ctypes import byref
+
+import ombrix
+from ombrix import _dialogue
+from ombrix._library import Value
+from ombrix._values import take
+from books import COUNTER, LINE, BooksTest
+
+
+class Counter:
+    """Tells in `seen` what is asked of it."""
+
+    number = 41.0
+    draws = moves_on = True
+
+    def __init__(self, seen, **own):
+        self.__dict__.update(own, seen=seen, ErrDesc="The counter says no.")
+
+    def __setattr__(self, name, value):
+        self.seen.append((name, value))
+        object.__setattr__(self, name, value)
+
+    @property
+    def NextDocumentNo(self):
+        self.seen.append("NextDocumentNo")
+        return self.number
+
+    def Get_Last_Counter(self, connection, temporary=False):
+        self.seen.append(("Get_Last_Counter", connection, temporary))
+        return self.draws
+
+    def Increase_Counter(self, temporary=False):
+        self.seen.append(("Increase_Counter", temporary))
+        return self.moves_on
+
+
+class Components(BooksTest):
+    def counter(self, **own):
+        seen = []
+        self.register(lambda: Counter(seen, **own))
+        return seen
+
+    def test_the_library_drives_a_counter_in_its_order(self):
+        seen = self.counter()
+        self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+        self.assertEqual(seen, [("CompanyPrefix", "AA"), ("BranchPrefix", "01"),
+                                ("DocumentPrefix", "LPO"), ("Get_Last_Counter", self.books, True),
+                                "NextDocumentNo", ("Increase_Counter", True)])
+        self.assertIs(seen[3][1], self.books)
+        self.assertEqual(self.order.LPONo, "AA01LPOTMP41")
+        del seen[:]
+        gc.collect()
+        self.assertEqual(self.books.State, 1)
+
+    def test_a_refusal_and_a_failure_reach_the_order(self):
+        for name, value, reason in (("draws", False, "The counter says no."),
+                                    ("moves_on", False, "The counter says no."),
+                                    ("number", None, "Invalid use of Null")):
+            with self.subTest(name):
+                self.counter(**{name: value} if name != "number" else {})
+                if name == "number":
+                    self.register(type("Numberless", (Counter,),
+                                       {"NextDocumentNo": None, "__init__": lambda self: None,
+                                        "seen": []}))
+                self.assertIs(self.order.Create_LPO(), False)
+                self.assertEqual(self.order.ErrDesc, reason)
+
+    def test_what_a_method_raises_becomes_the_failure(self):
+        def raises(error):
+            def method(*_):
+                raise error
+            return lambda: type("Raising", (), {"Get_Last_Counter": method})()
+
+        self.register(raises(ombrix.Failure(70, "Permission denied")))
+        self.assertFalse(self.order.Create_LPO())
+        self.assertEqual(self.order.ErrDesc, "Permission denied")
+        self.register(raises(KeyError("series")))
+        with self.assertLogs("ombrix", logging.ERROR) as logged:
+            self.assertFalse(self.order.Create_LPO())
+        self.assertEqual(self.order.ErrDesc, "KeyError: 'series'")
+        self.assertIn("raise error", logged.output[0])
+        self.register(raises(KeyboardInterrupt()))
+        with self.assertRaises(KeyboardInterrupt):
+            self.order.Create_LPO()
+        self.assertEqual(self.order.ErrDesc, "KeyboardInterrupt")
+        self.register(lambda: object())
+        self.assertFalse(self.order.Create_LPO())
+        self.assertIn("object.CompanyPrefix", self.order.ErrDesc)
+
+    def test_a_factory_that_raises_fails_where_the_object_is_wanted(self):
+        def factory():
+            raise ombrix.Failure(70, "Not today")
+
+        self.register(factory, "Own.Thing")
+        self.assertFails(70, "Not today", ombrix.create, "own.thing")
+
+    def test_names_are_matched_without_regard_to_case(self):
+        class Lower:
+            companyprefix = branchprefix = documentprefix = ""
+
+            def get_last_counter(self, connection, temporary):
+                self.nextdocumentno = 5 if self.companyprefix == "AA" else 6
+                return True
+
+            def increase_counter(self, temporary):
+                return True
+
+        made = []
+        self.register(lambda: made.append(Lower()) or made[0])
+        self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+        self.assertEqual(self.order.LPONo, "AA01LPOTMP5")
+        self.assertEqual(made[0].documentprefix, "LPO")
+
+    def test_unregister_brings_back_what_stood_there(self):
+        first, second = [], []
+        ombrix.register(COUNTER, lambda: Counter(first))
+        ombrix.register(COUNTER.upper(), lambda: Counter(second))
+        self.assertTrue(self.order.Create_LPO())
+        ombrix.unregister(COUNTER.lower())
+        self.assertFalse(first)
+        self.assertTrue(self.order.Create_LPO())
+        self.assertTrue(first and second)
+        ombrix.unregister(COUNTER)
+        self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+        self.assertEqual(self.order.LPONo, "AA01LPOTMP1")
+        self.assertFails(None, "Nothing is registered", ombrix.unregister, COUNTER)
+
+    def test_create_gives_the_python_object_itself(self):
+        counter = Counter([])
+        self.register(lambda: counter, "Own.Counter")
+        self.assertIs(ombrix.create("OWN.COUNTER"), counter)
+        self.assertIn("Own.Counter", ombrix.classes())
+        shipped = ombrix.create(COUNTER)
+        self.register(lambda: shipped, "Own.Shipped")
+        shipped.CompanyPrefix = "ZZ"
+        self.assertEqual(ombrix.create("Own.Shipped").CompanyPrefix, "ZZ")
+
+    def test_what_a_component_writes_into_the_grid_is_seen_at_once(self):
+        def own_grid():
+            self.order.GridName = grid = self.grid_of(LINE)
+            return grid
+
+        for choose in (lambda: self.grid, own_grid):
+            with self.subTest(choose.__name__):
+                class Writes(Counter):
+                    def Get_Last_Counter(counter, connection, temporary=False):
+                        grid = choose()
+                        grid[1, 7] = 9
+                        grid[1, 8] = 2.5
+                        return True
+
+                self.register(lambda made=Writes: made([]))
+                self.grid[1, 7] = 4
+                self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+                self.assertEqual(self.rows("Select LPO_Qty, LPO_Unit_Price From LPO_Detail"),
+                                 [(9, 2.5)])
+
+    def test_a_grid_of_two_orders_is_seen_by_both(self):
+        other = self.order_on(self.grid)
+        for order, quantity in ((self.order, 5), (other, 6)):
+            self.grid[1, 7] = quantity
+            self.assertTrue(order.Create_LPO(), order.ErrDesc)
+        self.assertEqual(self.rows("Select LPO_Qty From LPO_Detail Order By LPO_No"), [(5,), (6,)])
+
+    def test_an_order_that_a_factory_gives_sees_its_grid(self):
+        self.register(lambda: self.order, "Own.Order")
+        ombrix.create("Own.Order")
+        self.grid[1, 7] = 8
+        order = ombrix.create("Own.Order")
+        self.assertIs(order, self.order)
+        self.assertTrue(order.Create_LPO(), order.ErrDesc)
+        self.assertEqual(self.rows("Select LPO_Qty From LPO_Detail"), [(8,)])
+
+    def test_what_the_library_lets_go_is_let_go(self):
+        made = []
+
+        def factory():
+            counter = Counter([])
+            made.append(weakref.ref(counter))
+            return counter
+
+        self.register(factory)
+        self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+        grid = OwnGrid(2)
+        self.order.GridName, gone = grid, weakref.ref(grid)
+        del grid
+        self.assertIsNotNone(gone())
+        self.order.GridName = None
+        self.assertEqual((made[0](), gone()), (None, None))
+
+    def test_a_reference_brings_back_what_the_method_left(self):
+        counter = ombrix.create(COUNTER)
+        counter.CompanyPrefix, counter.BranchPrefix, counter.DocumentPrefix = "AA", "01", "LPO"
+        argument = ombrix.Ref(self.books)
+        self.assertTrue(counter.Get_Last_Counter(argument, True), counter.ErrDesc)
+        self.assertIs(argument.value, self.books)
+        self.assertEqual(counter.NextDocumentNo, 1.0)
+        self.assertTrue(counter.Increase_Counter(True))
+
+    def test_threads_with_objects_of_their_own(self):
+        seen, wrong = [], []
+        self.register(lambda: Counter(seen))
+
+        def work(place):
+            for turn in range(50):
+                order = ombrix.create("OmbrixPurchase.LPO")
+                order.VendorName = text = f"{place} {turn}"
+                grid = ombrix.Grid(2, 2)
+                grid[1, 1] = text
+                if (order.VendorName, grid[1, 1], order.Create_LPO()) != (text, text, False):
+                    wrong.append(text)
+
+        threads = [threading.Thread(target=work, args=(place,)) for place in range(4)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(wrong, [])
+
+
+    def test_a_process_ends_well_whatever_is_still_registered(self):
+        program = ("import ombrix, sys\n"
+                   "ombrix.dialogue(message=print, input=lambda *_: '')\n"
+                   "ombrix.register('Own.Thing', Exception)\n"
+                   "cn = ombrix.Connection(sys.argv[1])\n"
+                   "lpo = ombrix.create('OmbrixPurchase.LPO')\n"
+                   "lpo.AdoConnectionObject = cn\n"
+                   "thing = ombrix.create('Own.Thing')\n")
+        ended = subprocess.run([sys.executable, "-c", program, self.text], capture_output=True,
+                               text=True, timeout=60, check=False)
+        self.assertEqual((ended.returncode, ended.stderr), (0, ""))
+
+
+class OwnGrid(ombrix.GridControl):
+    def __init__(self, rows):
+        self.Rows, self.cells = rows, {}
+
+    def __getitem__(self, cell):
+        return self.cells.get(cell, "")
+
+    def __setitem__(self, cell, text):
+        self.cells[cell] = text
+
+
+class DuckGrid:
+    """Has the members of a grid, and tells its settings."""
+
+    def __init__(self, rows):
+        self.Rows, self.cells, self.bold = rows, {}, []
+
+    def TextMatrix(self, row, col, *text):
+        if text:
+            self.cells[row, col] = text[0]
+        return self.cells.get((row, col), "")
+
+    def ValueMatrix(self, row, col):
+        return float(self.cells.get((row, col)) or 0)
+
+    def Cell(self, *setting):
+        self.bold.append(setting)
+
+
+class OwnGrids(BooksTest):
+    def test_an_order_is_saved_from_and_read_into_a_grid_of_the_clients_own(self):
+        for grid in (OwnGrid(2), DuckGrid(2)):
+            with self.subTest(type(grid).__name__):
+                grid.cells.update(((1, column), str(value)) for column, value in LINE.items())
+                self.order.GridName = grid
+                self.assertIs(self.order.GridName, grid)
+                self.assertTrue(self.order.Create_LPO(), self.order.ErrDesc)
+                grid.cells.clear()
+                self.assertTrue(self.order.Process_LPO(), self.order.ErrDesc)
+                self.assertEqual((grid.cells[1, 3], grid.cells[1, 7]), ("Flour", "4"))
+        self.assertEqual([setting[:5] for setting in grid.bold], [(13, 1, 0, 1, 18)])
+
+    def test_a_grid_that_raises_ends_the_call(self):
+        class Broken(OwnGrid):
+            def __getitem__(self, cell):
+                raise ombrix.Failure(9, "No such cell on the screen")
+
+        self.order.GridName = Broken(2)
+        self.assertFalse(self.order.Create_LPO())
+        self.assertEqual(self.order.ErrDesc, "Invalid Details")
+
+    def test_what_is_no_grid_is_refused(self):
+        for wrong in ([1, 2], "grid", 5, object(), self.books):
+            with self.subTest(wrong=wrong):
+                self.assertFails(13, "GridName takes a grid", setattr, self.order, "GridName", wrong)
+        self.assertIs(self.order.GridName, self.grid)
+
+
+class Windows(unittest.TestCase):
+    def setUp(self):
+        self.addCleanup(ombrix.dialogue)
+
+    def ask(self):
+        """Calls what the library is given: no class asks anything yet."""
+        answer = Value()
+        _dialogue._ask(None, b"Name?", b"Books", b"caf\xc3\xa9", byref(answer))
+        return take(answer)
+
+    def test_the_clients_windows_show_and_answer(self):
+        shown = []
+        ombrix.dialogue(lambda *told: shown.append(told), lambda *told: "|".join(told))
+        _dialogue._show(None, b"Saved", b"Books")
+        self.assertEqual(shown, [("Saved", "Books")])
+        self.assertEqual(self.ask(), "Name?|Books|caf\u00e9")
+        ombrix.dialogue(input=lambda *_: None)
+        self.assertEqual(self.ask(), "")
+
+    def test_a_window_that_raises_is_logged_and_answers_nothing(self):
+        for error in (ValueError("broken"), ombrix.Failure(5, "broken")):
+            def raise_error(*_, raised=error):
+                raise raised
+            ombrix.dialogue(raise_error, raise_error)
+            with self.assertLogs("ombrix", logging.ERROR):
+                _dialogue._show(None, b"Saved", b"Books")
+                self.assertIsNone(self.ask())
+
+    def test_what_is_no_function_is_refused(self):
+        with self.assertRaises(ombrix.Failure):
+            ombrix.dialogue(message="print")
+        ombrix.dialogue(message=print, input=None)
+        ombrix.dialogue(None, None)
+
+
+if __name__ == "__main__":
+    unittest.main()
