@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "ombrix/failure.h"
+#include "support/failures.h"
 
 namespace ombrix {
 namespace {
@@ -15,16 +15,6 @@ namespace {
 using std::chrono::seconds;
 
 constexpr std::int64_t kDay = 86400;
-
-template <class Body>
-std::int32_t failure_number(Body body) {
-  try {
-    body();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 std::string local_clock() {
   const std::time_t moment = std::time(nullptr);
@@ -123,22 +113,23 @@ TEST(Date, RefusesAnyOtherText) {
                           "0099-12-31",
                           "-024-01-01",
                           "2024-03-05 -1:00"}) {
-    EXPECT_EQ(failure_number([&] { Date::parse(text); }), 13) << text;
+    EXPECT_EQ(testing::raised_number([&] { Date::parse(text); }), 13) << text;
   }
 }
 
 TEST(Date, RefusesMomentsThatDoNotExist) {
-  EXPECT_EQ(failure_number([] { Date(10000, 1, 1); }), 13);
-  EXPECT_EQ(failure_number([] { Date(67560, 1, 1); }), 13);
-  EXPECT_EQ(failure_number([] { Date(2024, 257, 1); }), 13);
-  EXPECT_EQ(failure_number([] { Date(2024, 1, 257); }), 13);
-  EXPECT_EQ(failure_number([] { Date(2024, 1, 1, -1); }), 13);
-  EXPECT_EQ(failure_number([] { Date(2024, 1, 1, 0, 0, 60); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(10000, 1, 1); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(67560, 1, 1); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(2024, 257, 1); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(2024, 1, 257); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(2024, 1, 1, -1); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Date(2024, 1, 1, 0, 0, 60); }), 13);
   const Date first(100, 1, 1);
   const Date last(9999, 12, 31, 23, 59, 59);
   EXPECT_EQ(Date::from_seconds(last.since_zero()), last);
-  EXPECT_EQ(failure_number([&] { Date::from_seconds(last.since_zero() + seconds(1)); }), 6);
-  EXPECT_EQ(failure_number([&] { Date::from_seconds(first.since_zero() - seconds(1)); }), 6);
+  EXPECT_EQ(testing::raised_number([&] { Date::from_seconds(last.since_zero() + seconds(1)); }), 6);
+  EXPECT_EQ(testing::raised_number([&] { Date::from_seconds(first.since_zero() - seconds(1)); }),
+            6);
 }
 
 TEST(Date, NowIsTheLocalClock) {

@@ -8,23 +8,13 @@
 #include <string>
 #include <string_view>
 
-#include "ombrix/failure.h"
+#include "support/failures.h"
 
 namespace ombrix {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-template <class Body>
-std::int32_t failure_number(Body body) {
-  try {
-    body();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 TEST(GeneralText, TakesThePlainFormWhileFifteenDigitsSuffice) {
   const struct {
@@ -79,7 +69,7 @@ TEST(GeneralText, TurnsScientificWhenMoreDigitsWouldBeNeeded) {
 
 TEST(GeneralText, RefusesWhatIsNoNumber) {
   for (const double number : {kInfinity, -kInfinity, kNaN}) {
-    EXPECT_EQ(failure_number([&] { general_text(number); }), 6);
+    EXPECT_EQ(testing::raised_number([&] { general_text(number); }), 6);
   }
 }
 
@@ -150,10 +140,10 @@ TEST(RoundHalfEven, NeverGivesANegativeZero) {
 }
 
 TEST(RoundHalfEven, RefusesDigitsBelowZeroAndWhatIsNoNumber) {
-  EXPECT_EQ(failure_number([] { round_half_even(1.5, -1); }), 5);
-  EXPECT_EQ(failure_number([] { round_half_even(1, -0.6); }), 5);
-  EXPECT_EQ(failure_number([] { round_half_even(kInfinity, 2); }), 6);
-  EXPECT_EQ(failure_number([] { round_half_even(1.5, kNaN); }), 6);
+  EXPECT_EQ(testing::raised_number([] { round_half_even(1.5, -1); }), 5);
+  EXPECT_EQ(testing::raised_number([] { round_half_even(1, -0.6); }), 5);
+  EXPECT_EQ(testing::raised_number([] { round_half_even(kInfinity, 2); }), 6);
+  EXPECT_EQ(testing::raised_number([] { round_half_even(1.5, kNaN); }), 6);
 }
 
 TEST(NumberText, IsReadWhole) {
@@ -227,8 +217,8 @@ TEST(HeadNumber, StopsWhereTheNumberDoes) {
       {"&H10", 0},      {"0x1F", 0}, {"2.50 (net)", 2.5}, {"12'; drop", 12},
   };
   for (const auto& c : cases) EXPECT_EQ(head_number(c.text), c.number) << c.text;
-  EXPECT_EQ(failure_number([] { head_number("1e400 and more"); }), 6);
-  EXPECT_EQ(failure_number([] { head_number("-1e400"); }), 6);
+  EXPECT_EQ(testing::raised_number([] { head_number("1e400 and more"); }), 6);
+  EXPECT_EQ(testing::raised_number([] { head_number("-1e400"); }), 6);
 }
 
 TEST(PlainNumber, IsAllThatMayStandInAStatement) {

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "support/failures.h"
+
 namespace ombrix {
 namespace {
 
@@ -14,16 +16,6 @@ constexpr std::int32_t kLongMax = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kLongMin = std::numeric_limits<std::int32_t>::min();
 constexpr double kDoubleMax = std::numeric_limits<double>::max();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-template <class Body>
-std::int32_t failure_number(Body body) {
-  try {
-    body();
-  } catch (const Failure& failure) {
-    return failure.number();
-  }
-  return 0;
-}
 
 // A value only carries the reference, so the test needs no component behind it.
 ObjectRef some_object() {
@@ -72,9 +64,9 @@ TEST(Value, ReadsTheNamesOfTheFlags) {
   EXPECT_TRUE(Value("  tRUE ").to_flag());
   EXPECT_FALSE(Value(" FALSE").to_flag());
   for (const auto text : {"", "yes", "Tru", "True False", "-"}) {
-    EXPECT_EQ(failure_number([&] { Value(text).to_flag(); }), 13) << text;
+    EXPECT_EQ(testing::raised_number([&] { Value(text).to_flag(); }), 13) << text;
   }
-  EXPECT_EQ(failure_number([] { Value("True").to_number(); }), 13);
+  EXPECT_EQ(testing::raised_number([] { Value("True").to_number(); }), 13);
 }
 
 TEST(Value, ConvertsToADate) {
@@ -105,25 +97,25 @@ TEST(Value, KeepsEverySecondOfADateThroughItsNumber) {
 TEST(Value, RefusesNumbersBeyondTheTarget) {
   EXPECT_EQ(Value(2147483647.4).to_long(), kLongMax);
   EXPECT_EQ(Value(-2147483648.5).to_long(), kLongMin);
-  EXPECT_EQ(failure_number([] { Value(2147483647.5).to_long(); }), 6);
-  EXPECT_EQ(failure_number([] { Value(-2147483649.0).to_long(); }), 6);
-  EXPECT_EQ(failure_number([] { Value("3000000000").to_long(); }), 6);
-  EXPECT_EQ(failure_number([] { Value(kNaN).to_long(); }), 6);
-  EXPECT_EQ(failure_number([] { Value("1e400").to_number(); }), 6);
-  EXPECT_EQ(failure_number([] { Value("-1e400").to_flag(); }), 6);
-  EXPECT_EQ(failure_number([] { Value(INFINITY).to_text(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value(2147483647.5).to_long(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value(-2147483649.0).to_long(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value("3000000000").to_long(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value(kNaN).to_long(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value("1e400").to_number(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value("-1e400").to_flag(); }), 6);
+  EXPECT_EQ(testing::raised_number([] { Value(INFINITY).to_text(); }), 6);
   for (const double days : {2958466.0, -657434.5, 1e300, kNaN}) {
-    EXPECT_EQ(failure_number([&] { Value(days).to_date(); }), 6) << days;
+    EXPECT_EQ(testing::raised_number([&] { Value(days).to_date(); }), 6) << days;
   }
 }
 
 TEST(Value, RefusesTextsThatAreNotOfTheTarget) {
   for (const auto text : {"", "abc", "12abc", "2024-03-05"}) {
-    EXPECT_EQ(failure_number([&] { Value(text).to_number(); }), 13) << text;
-    EXPECT_EQ(failure_number([&] { Value(text).to_long(); }), 13) << text;
+    EXPECT_EQ(testing::raised_number([&] { Value(text).to_number(); }), 13) << text;
+    EXPECT_EQ(testing::raised_number([&] { Value(text).to_long(); }), 13) << text;
   }
   for (const auto text : {"", "45356", "2024-02-30"}) {
-    EXPECT_EQ(failure_number([&] { Value(text).to_date(); }), 13) << text;
+    EXPECT_EQ(testing::raised_number([&] { Value(text).to_date(); }), 13) << text;
   }
 }
 
@@ -137,11 +129,11 @@ TEST(Value, LetsNullAndObjectsPassForNothingElse) {
       {ObjectRef(), 13},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(failure_number([&] { c.value.to_text(); }), c.number);
-    EXPECT_EQ(failure_number([&] { c.value.to_number(); }), c.number);
-    EXPECT_EQ(failure_number([&] { c.value.to_long(); }), c.number);
-    EXPECT_EQ(failure_number([&] { c.value.to_flag(); }), c.number);
-    EXPECT_EQ(failure_number([&] { c.value.to_date(); }), c.number);
+    EXPECT_EQ(testing::raised_number([&] { c.value.to_text(); }), c.number);
+    EXPECT_EQ(testing::raised_number([&] { c.value.to_number(); }), c.number);
+    EXPECT_EQ(testing::raised_number([&] { c.value.to_long(); }), c.number);
+    EXPECT_EQ(testing::raised_number([&] { c.value.to_flag(); }), c.number);
+    EXPECT_EQ(testing::raised_number([&] { c.value.to_date(); }), c.number);
   }
   EXPECT_EQ(Value(Null()).text_or_empty(), "");
   EXPECT_EQ(Value(7).text_or_empty(), "7");
@@ -152,7 +144,7 @@ TEST(Value, GivesBackTheObjectItHolds) {
   EXPECT_EQ(Value(object).to_object(), object);
   EXPECT_EQ(Value(ObjectRef()).to_object(), nullptr);
   for (const auto& other : {Value(), Value(Null()), Value(0), Value(""), Value(false)}) {
-    EXPECT_EQ(failure_number([&] { other.to_object(); }), 13);
+    EXPECT_EQ(testing::raised_number([&] { other.to_object(); }), 13);
   }
 }
 
@@ -173,19 +165,19 @@ TEST(Arithmetic, CarriesNullOnAndConvertsTheRest) {
   EXPECT_EQ(sum(Null(), 1), Value(Null()));
   EXPECT_EQ(sum("abc", Null()), Value(Null()));
   EXPECT_EQ(product(1, Null()), Value(Null()));
-  EXPECT_EQ(failure_number([] { sum(1, "abc"); }), 13);
-  EXPECT_EQ(failure_number([] { product(some_object(), 1); }), 13);
+  EXPECT_EQ(testing::raised_number([] { sum(1, "abc"); }), 13);
+  EXPECT_EQ(testing::raised_number([] { product(some_object(), 1); }), 13);
 }
 
 TEST(Arithmetic, RaisesWhereItWouldLeaveTheNumbers) {
   EXPECT_EQ(quotient(7, 2), 3.5);
   EXPECT_EQ(quotient(0, 2), 0);
-  EXPECT_EQ(failure_number([] { sum(kDoubleMax, kDoubleMax); }), 6);
-  EXPECT_EQ(failure_number([] { product(kDoubleMax, -2); }), 6);
-  EXPECT_EQ(failure_number([] { quotient(kDoubleMax, 0.5); }), 6);
+  EXPECT_EQ(testing::raised_number([] { sum(kDoubleMax, kDoubleMax); }), 6);
+  EXPECT_EQ(testing::raised_number([] { product(kDoubleMax, -2); }), 6);
+  EXPECT_EQ(testing::raised_number([] { quotient(kDoubleMax, 0.5); }), 6);
   for (const double zero : {0.0, -0.0}) {
-    EXPECT_EQ(failure_number([&] { quotient(1, zero); }), 11);
-    EXPECT_EQ(failure_number([&] { quotient(0, zero); }), 11);
+    EXPECT_EQ(testing::raised_number([&] { quotient(1, zero); }), 11);
+    EXPECT_EQ(testing::raised_number([&] { quotient(0, zero); }), 11);
   }
 }
 

@@ -6,13 +6,14 @@ import operator
 import struct
 from array import array
 from ctypes import byref, c_int32, c_size_t
-from typing import Any, Dict, List, Optional, Tuple
+from typing import Any, List, Optional, Tuple
 
 from ._failures import SUBSCRIPT, Failure, check, mismatch
 from ._handles import Held, kinds, made
 from ._library import LONG, NO_ARGUMENTS, TWO, Mark, Value, lib
 from ._values import encode, encode_text, take
 
+_MOST_UNSENT = 3 * 10000
 # Two Values of type Long in a row: packing them costs a third of filling two structures.
 _longs = struct.Struct("=" + "iiiiq" * 2).pack
 
@@ -31,7 +32,8 @@ class Grid(Held):
     # A call into the library costs more than all else about a cell. So texts wait here until
     # something can see them: a method of the grid, or a call of an object that holds it. The size
     # stands beside them, and is 0 when it has to be asked for; none waits then.
-    _unsent: Dict[Tuple[int, int], bytes]
+    # Row, column and text in turn.
+    _unsent: List[Any]
     _rows: int
     _columns: int
     # Not 0 while others may look at the grid at any time: texts do not wait then.
@@ -43,7 +45,7 @@ class Grid(Held):
 
     def _hold(self, handle: int, class_name: str) -> None:
         super()._hold(handle, class_name)
-        self._unsent, self._rows, self._columns, self._direct = {}, 0, 0, 1
+        self._unsent, self._rows, self._columns, self._direct = [], 0, 0, 1
 
     def __getitem__(self, cell: Tuple[int, int]) -> str:
         return self._read(b"TextMatrix", cell)
@@ -58,7 +60,10 @@ class Grid(Held):
             return
         if (type(row) is int and type(column) is int
                 and 0 <= row < self._rows and 0 <= column < self._columns):
-            self._unsent[row, column] = encoded
+            unsent = self._unsent
+            unsent.extend((row, column, encoded))
+            if len(unsent) > _MOST_UNSENT:
+                self._send()
         else:
             self._write(_whole(cell), text, value)
 
@@ -72,17 +77,17 @@ class Grid(Held):
         if not (0 <= cell[0] < rows and 0 <= cell[1] < columns):
             raise Failure(SUBSCRIPT, "Subscript out of range")
         self._rows, self._columns = rows, columns
-        self._unsent[cell] = encoded
+        self._unsent.extend((*cell, encoded))
 
     def _send(self) -> None:
         unsent = self._unsent
         if unsent:
-            self._unsent, self._rows = {}, 0
-            texts = unsent.values()
-            cells = array("i", bytes(12 * len(unsent)))  # row, column and length of each
-            cells[0::3], cells[1::3] = (array("i", places) for places in zip(*unsent))
+            self._unsent, self._rows = [], 0
+            texts = unsent[2::3]
+            cells = array("i", unsent[0::3]) * 3
+            cells[0::3], cells[1::3] = cells[:len(texts)], array("i", unsent[1::3])
             cells[2::3] = array("i", map(len, texts))
-            check(lib.grid_fill(self._handle, cells.tobytes(), len(unsent), b"".join(texts)))
+            check(lib.grid_fill(self._handle, cells.tobytes(), len(texts), b"".join(texts)))
 
     def _lend(self) -> None:
         self._send()

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import atexit
 import difflib
 import itertools
 import weakref
@@ -20,15 +21,18 @@ def no_member(class_name: str, name: str, members: Iterable[str]) -> AttributeEr
     return AttributeError(f"{class_name} has no member {name!r}{hint}")
 
 
+# A handle that no object ever has. 0 is no object at all, which may be set as one.
+_RELEASED = 2**64 - 1
+
+
 class Held:
     """Something of the library's, released when nothing refers to it any more."""
 
-    __slots__ = ("_handle", "_release", "__weakref__")
+    __slots__ = ("_handle", "__weakref__")
     _handle: c_uint64
 
     def _hold(self, handle: int, class_name: str) -> None:
         object.__setattr__(self, "_handle", c_uint64(handle))
-        object.__setattr__(self, "_release", weakref.finalize(self, lib.release, handle))
         living = _living.get(class_name)
         if living is None:
             living = _living.setdefault(class_name, weakref.WeakValueDictionary())
@@ -39,6 +43,18 @@ class Held:
         self = cls.__new__(cls)
         self._hold(handle, class_name)
         return self
+
+    def _release(self, release: Callable[[int], int] = lib.release) -> None:
+        handle = self._handle.value
+        if handle != _RELEASED:
+            self._handle.value = _RELEASED
+            release(handle)
+
+    def __del__(self) -> None:
+        try:
+            self._release()
+        except AttributeError:
+            pass  # It was never held: what should have made it raised.
 
     def _lend(self) -> None:
         """From now on others than this wrapper may use what it stands for."""
@@ -78,6 +94,18 @@ class Held:
 # By class name and handle. An object that comes back from the library is the Python object that
 # stands for it already, if there is one.
 _living: Dict[str, "weakref.WeakValueDictionary[int, Held]"] = {}
+
+
+@atexit.register
+def _release_all() -> None:
+    """The end of an object may call back into Python, so it comes while there is one."""
+    for living in list(_living.values()):
+        for reference in living.valuerefs():
+            held = reference()
+            if held is not None:
+                held._release()
+
+
 # The class that stands for objects of a class name; "" for all others.
 kinds: Dict[str, Type[Held]] = {}
 

@@ -109,7 +109,7 @@ class Object(Held):
         return self
 
     def __getattr__(self, name: str) -> Any:
-        if name[:2] == "__":
+        if name[0] == "_":
             raise AttributeError(name)
         table = self._table
         if not table.members:
