@@ -294,7 +294,8 @@ class OwnGrids(BooksTest):
     def test_what_is_no_grid_is_refused(self):
         for wrong in ([1, 2], "grid", 5, object(), self.books):
             with self.subTest(wrong=wrong):
-                self.assertFails(13, "GridName takes a grid", setattr, self.order, "GridName", wrong)
+                self.assertFails(13, "GridName takes a grid", setattr, self.order, "GridName",
+                                 wrong)
         self.assertIs(self.order.GridName, self.grid)
 
 

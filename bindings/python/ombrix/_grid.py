@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import operator
 import struct
-from array import array
 from ctypes import byref, c_int32, c_size_t
 from typing import Any, List, Optional, Tuple
 
@@ -15,7 +14,7 @@ from ._values import encode, encode_text, take
 
 _MOST_UNSENT = 3 * 10000
 # Two Values of type Long in a row: packing them costs a third of filling two structures.
-_longs = struct.Struct("=" + "iiiiq" * 2).pack
+_pack_longs = struct.Struct("=" + "iiiiq" * 2).pack
 
 
 class Grid(Held):
@@ -84,10 +83,9 @@ class Grid(Held):
         if unsent:
             self._unsent, self._rows = [], 0
             texts = unsent[2::3]
-            cells = array("i", unsent[0::3]) * 3
-            cells[0::3], cells[1::3] = cells[:len(texts)], array("i", unsent[1::3])
-            cells[2::3] = array("i", map(len, texts))
-            check(lib.grid_fill(self._handle, cells.tobytes(), len(texts), b"".join(texts)))
+            unsent[2::3] = map(len, texts)
+            cells = struct.pack(f"={len(unsent)}i", *unsent)
+            check(lib.grid_fill(self._handle, cells, len(texts), b"".join(texts)))
 
     def _lend(self) -> None:
         self._send()
@@ -167,7 +165,7 @@ kinds["Grid"] = Grid
 
 
 def _pair(row: int, column: int) -> bytes:
-    return _longs(LONG, 0, row, 0, 0, LONG, 0, column, 0, 0)
+    return _pack_longs(LONG, 0, row, 0, 0, LONG, 0, column, 0, 0)
 
 
 def _plain_text(number: Any) -> Optional[str]:

@@ -82,6 +82,9 @@ class Held:
         spelled = self._spelled(name)
         if spelled is None and not hasattr(self, "__dict__"):
             raise no_member(type(self).__name__, name, self._public())
+        known = getattr(type(self), spelled or name, None)
+        if isinstance(known, property) and known.fset is None:
+            raise AttributeError(f"{type(self).__name__}.{spelled} can be read but not set")
         object.__setattr__(self, spelled or name, value)
 
     def __dir__(self) -> Iterable[str]:
