@@ -307,6 +307,9 @@ void use_write_ahead_log(sqlite3* database) {
   if (!already && may_write) execute_pragma(database, "Pragma journal_mode=WAL");
 }
 
+constexpr int kLookasideSlot = 1200;
+constexpr int kLookasideSlots = 200;
+
 }  // namespace
 
 std::unique_ptr<DriverSession> open_sqlite_session(const ConnectionText& text, Missing missing) {
@@ -329,6 +332,8 @@ std::unique_ptr<DriverSession> open_sqlite_session(const ConnectionText& text, M
   if (code != SQLITE_OK) raise_sqlite(raw, code);
   sqlite3_extended_result_codes(raw, 1);
   sqlite3_busy_timeout(raw, busy_timeout);
+  // Room for what a statement of a wide table needs at once, without asking the heap.
+  sqlite3_db_config(raw, SQLITE_DBCONFIG_LOOKASIDE, nullptr, kLookasideSlot, kLookasideSlots);
   use_write_ahead_log(raw);
   execute_pragma(raw, synchronous);
   file->entry = OpenFiles::enter(path);
