@@ -154,6 +154,21 @@ static void test_grid_that_leaves(ombrix_handle connection) {
   ombrix_release(told.order);
 }
 
+/* The texts stand one behind the other; the first cell that is refused ends it. */
+static void test_fill(ombrix_handle grid, ombrix_handle order) {
+  const ombrix_cell cells[3] = {{2, 3, 5}, {2, 4, 0}, {2, 5, 3}};
+  const ombrix_cell outside[2] = {{2, 4, 3}, {4, 0, 0}};
+  const ombrix_cell negative = {2, 3, -1};
+  CHECK(ombrix_grid_fill(grid, cells, 3, "PaperBox") == OMBRIX_OK);
+  CHECK(cell_is(grid, 2, 3, "Paper") && cell_is(grid, 2, 4, "") && cell_is(grid, 2, 5, "Box"));
+  CHECK_FAILURE(9, "Subscript out of range", ombrix_grid_fill(grid, outside, 2, "Bag"));
+  CHECK(cell_is(grid, 2, 4, "Bag"));
+  CHECK_REFUSED(OMBRIX_INVALID_ARGUMENT, ombrix_grid_fill(grid, &negative, 1, "x"));
+  CHECK_REFUSED(OMBRIX_INVALID_ARGUMENT, ombrix_grid_fill(grid, NULL, 1, "x"));
+  CHECK_REFUSED(OMBRIX_INVALID_TEXT, ombrix_grid_fill(grid, cells, 1, "\xC3\xC3\xC3\xC3\xC3"));
+  CHECK_REFUSED(OMBRIX_INVALID_HANDLE, ombrix_grid_fill(order, cells, 1, "Paper"));
+}
+
 static void test_grid_in_memory(ombrix_handle connection) {
   ombrix_handle grid = new_grid();
   ombrix_handle order = new_order(connection, 0);
@@ -166,6 +181,7 @@ static void test_grid_in_memory(ombrix_handle connection) {
   put_line(grid, 2);
   CHECK(ombrix_grid_size(grid, &rows, &columns) == OMBRIX_OK && rows == 4 && columns == 21);
   CHECK_FAILURE(9, "Subscript out of range", ombrix_get(grid, "TextMatrix", cell, 2, &value));
+  test_fill(grid, order);
 
   CHECK(answers(order, "Create_LPO") == 1);
   CHECK(ombrix_set(order, "GridName", grid) == OMBRIX_OK);
