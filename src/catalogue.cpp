@@ -1,4 +1,5 @@
 #include "ombrix/purchase/lpo.h"
+#include "ombrix/purchase/purchase_invoice.h"
 
 #include "components/counter_transaction.h"
 #include "components/general.h"
@@ -9,6 +10,7 @@
 #include "components/stock_movement.h"
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
+#include "invoices/purchase_invoice_interface.h"
 #include "orders/lpo_interface.h"
 
 namespace ombrix {
@@ -34,6 +36,7 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::PurchaseInvoice>(purchase::purchase_invoice_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
       component<components::GeneralLedger>(components::general_ledger_interface()),

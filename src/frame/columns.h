@@ -11,6 +11,7 @@
 #include "ombrix/recordset.h"
 
 #include "frame/number.h"
+#include "frame/text.h"
 #include "frame/trap.h"
 
 namespace ombrix {
@@ -107,11 +108,44 @@ struct NullIfEmpty : Written<NullIfEmpty<P>> {
     return text.empty() ? Value(Null{}) : Value(text);
   }
 };
+/// Of the whole text: blanks alone count as empty.
+template <auto P>
+struct NullIfBlank : Written<NullIfBlank<P>> {
+  static Value value(const auto& document) {
+    const std::string& text = held<P>(document);
+    return trim(text).empty() ? Value(Null{}) : Value(text);
+  }
+};
 /// Rounded to the decimals of the document.
 template <auto P>
 struct Rounded : Written<Rounded<P>> {
   static Value value(const auto& document) {
     return round_half_even(held<P>(document), document.AmtDig());
+  }
+};
+
+/// A blank text leaves the column alone.
+template <auto P>
+struct SkipIfBlank : Written<SkipIfBlank<P>> {
+  static std::optional<Value> value(const auto& document) {
+    const std::string& text = held<P>(document);
+    if (trim(text).empty()) return std::nullopt;
+    return Value(text);
+  }
+};
+template <auto P>
+struct Trimmed : Written<Trimmed<P>> {
+  static Value value(const auto& document) { return trim(held<P>(document)); }
+};
+/// To the 15 digits of its text form.
+template <auto P>
+struct ThroughText : Written<ThroughText<P>> {
+  static Value value(const auto& document) { return head_number(general_text(held<P>(document))); }
+};
+/// The exchange rate, 1 in home currency.
+struct RateOrOne : Written<RateOrOne> {
+  static Value value(const auto& document) {
+    return document.ForeignCurrencyFlag() ? document.ExchangeRate() : 1.0;
   }
 };
 
@@ -135,6 +169,13 @@ struct UnlessEmpty : Reading<UnlessEmpty<P>> {
     if (!value.text_or_empty().empty()) convert_into<P>(document, value);
   }
 };
+/// A text of blanks, or none, leaves the property.
+template <auto P>
+struct UnlessBlank : Reading<UnlessBlank<P>> {
+  static void take(auto& document, const Value& value) {
+    if (!trim(value.text_or_empty()).empty()) convert_into<P>(document, value);
+  }
+};
 template <auto P>
 struct UnlessNull : Reading<UnlessNull<P>> {
   static void take(auto& document, const Value& value) {
@@ -144,9 +185,7 @@ struct UnlessNull : Reading<UnlessNull<P>> {
 /// The number at the head of the stored text; a Null raises.
 template <auto P>
 struct Head : Reading<Head<P>> {
-  static void take(auto& document, const Value& value) {
-    held<P>(document) = head_number(value.to_text());
-  }
+  static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
 };
 /// "Item" for an empty stored value, Null included.
 template <auto P>
@@ -162,13 +201,24 @@ inline constexpr Always<P> always{};
 template <auto P>
 inline constexpr NullIfEmpty<P> null_if_empty{};
 template <auto P>
+inline constexpr NullIfBlank<P> null_if_blank{};
+template <auto P>
 inline constexpr Rounded<P> rounded{};
+template <auto P>
+inline constexpr SkipIfBlank<P> skip_if_blank{};
+template <auto P>
+inline constexpr Trimmed<P> trimmed{};
+template <auto P>
+inline constexpr ThroughText<P> through_text{};
+inline constexpr RateOrOne rate_or_one{};
 template <auto P>
 inline constexpr NumberUnlessEmpty<P> number_unless_empty{};
 template <auto P>
 inline constexpr Into<P> into{};
 template <auto P>
 inline constexpr UnlessEmpty<P> unless_empty{};
+template <auto P>
+inline constexpr UnlessBlank<P> unless_blank{};
 template <auto P>
 inline constexpr UnlessNull<P> unless_null{};
 template <auto P>
