@@ -1,3 +1,4 @@
+#include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
 
 #include "components/counter_transaction.h"
@@ -10,6 +11,7 @@
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
+#include "receipts/grn_interface.h"
 
 namespace ombrix {
 
@@ -34,6 +36,7 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::GRN>(purchase::grn_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
       component<components::GeneralLedger>(components::general_ledger_interface()),
