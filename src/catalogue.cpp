@@ -1,5 +1,7 @@
 #include "ombrix/purchase/lpo.h"
 
+#include "components/account_preferences.h"
+#include "components/accounts_payable.h"
 #include "components/counter_transaction.h"
 #include "components/general.h"
 #include "frame/hosting/hosted.h"
@@ -29,6 +31,8 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      component<components::AccountPreferences>(components::account_preferences_interface()),
+      component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
   };
