@@ -4,6 +4,11 @@
 #include "components/accounts_payable.h"
 #include "components/counter_transaction.h"
 #include "components/general.h"
+#include "components/general_ledger.h"
+#include "components/inventory.h"
+#include "components/location_stock.h"
+#include "components/purchase_log.h"
+#include "components/stock_movement.h"
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
@@ -35,6 +40,11 @@ std::span<const Shipped> shipped() {
       component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
+      component<components::GeneralLedger>(components::general_ledger_interface()),
+      component<components::Inventory>(components::inventory_interface()),
+      component<components::LocationStock>(components::location_stock_interface()),
+      component<components::PurchaseLog>(components::purchase_log_interface()),
+      component<components::StockMovement>(components::stock_movement_interface()),
   };
   return kShipped;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -34,6 +35,11 @@ void write_columns(std::span<const Column<D>> columns, D& document, Recordset& r
     if (column.write == nullptr) continue;
     if (const auto value = column.write(document)) row.write(column.name, *value);
   }
+}
+
+template <class D, std::size_t N>
+void write_columns(const Column<D> (&columns)[N], D& document, Recordset& row) {
+  write_columns(std::span<const Column<D>>(columns), document, row);
 }
 
 template <class D>
@@ -109,6 +115,15 @@ struct Rounded : Written<Rounded<P>> {
   }
 };
 
+/// A value of any kind as a number; none at all is stored as a Null.
+template <auto P>
+struct NumberUnlessEmpty : Written<NumberUnlessEmpty<P>> {
+  static Value value(const auto& document) {
+    const Value& given = held<P>(document);
+    return given.is_empty() || given.is_null() ? Value(Null{}) : Value(given.to_number());
+  }
+};
+
 /// Converted as it is; a Null raises.
 template <auto P>
 struct Into : Reading<Into<P>> {
@@ -148,6 +163,8 @@ template <auto P>
 inline constexpr NullIfEmpty<P> null_if_empty{};
 template <auto P>
 inline constexpr Rounded<P> rounded{};
+template <auto P>
+inline constexpr NumberUnlessEmpty<P> number_unless_empty{};
 template <auto P>
 inline constexpr Into<P> into{};
 template <auto P>

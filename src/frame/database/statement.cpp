@@ -24,6 +24,12 @@ Parameter number_parameter(double value) {
   return {Kind::number, value};
 }
 
+void append_quoted(std::string& text, std::string_view value) {
+  text += '\'';
+  for (const char c : value) text.append(c == '\'' ? 2 : 1, c);
+  text += '\'';
+}
+
 double digits_value(const std::string& digits) {
   const auto value = whole_number_text(digits);
   if (!value || !std::isfinite(*value)) raise_overflow();
@@ -36,6 +42,10 @@ Piece number(double value) {
   Piece piece(Piece::Kind::number, general_text(value));
   piece.number_ = value;
   return piece;
+}
+
+Piece any_text(std::string_view value) {
+  return {Piece::Kind::any_text, std::string(value)};
 }
 
 Piece digits(std::string_view value) {
@@ -66,6 +76,7 @@ std::string Statement::prepared_text() const {
         text.append(piece.literal_).append("<>0");
         break;
       case Piece::Kind::text:
+      case Piece::Kind::any_text:
       case Piece::Kind::date:
       case Piece::Kind::number:
       case Piece::Kind::digits: {
@@ -85,6 +96,7 @@ Parameters Statement::parameters() const {
   for (const Piece& piece : pieces_) {
     switch (piece.kind_) {
       case Piece::Kind::text:
+      case Piece::Kind::any_text:
         parameters.push_back({Kind::text, *piece.value_});
         break;
       case Piece::Kind::date:
@@ -116,6 +128,9 @@ std::string Statement::joined_text() const {
       case Piece::Kind::text:
         text.append("'").append(*piece.value_).append("'");
         break;
+      case Piece::Kind::any_text:
+        append_quoted(text, *piece.value_);
+        break;
       case Piece::Kind::date:
         text.append("DateValue('").append(*piece.value_).append("')");
         break;
@@ -135,6 +150,8 @@ void Statement::verify(Session& session) const {
       case Piece::Kind::text:
         return piece.value_->find('\'') == std::string::npos &&
                piece.value_->find('\0') == std::string::npos;
+      case Piece::Kind::any_text:
+        return piece.value_->find('\0') == std::string::npos;
       case Piece::Kind::digits:
         return is_plain_number(*piece.value_);
       case Piece::Kind::name:

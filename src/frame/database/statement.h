@@ -24,13 +24,14 @@ class Piece {
   friend class Statement;
   template <class... Parts>
   friend Piece text(const Parts&... parts);
+  friend Piece any_text(std::string_view value);
   friend Piece number(double value);
   friend Piece digits(std::string_view value);
   friend Piece name(std::string_view value);
   friend Piece date_value(const Date& date);
   friend consteval Piece flag(const char* column);
 
-  enum class Kind : unsigned char { literal, flag, text, date, number, digits, name };
+  enum class Kind : unsigned char { literal, flag, text, any_text, date, number, digits, name };
   consteval Piece(Kind kind, const char* literal) : kind_(kind), literal_(literal) {}
   Piece(Kind kind, std::string value) : kind_(kind), value_(std::move(value)) {}
 
@@ -47,6 +48,9 @@ Piece text(const Parts&... parts) {
   (joined.append(std::string_view(parts)), ...);
   return {Piece::Kind::text, std::move(joined)};
 }
+/// A text of any content, for statements that are the library's own alone: a quote in it is doubled
+/// for a reader.
+Piece any_text(std::string_view value);
 /// A number.
 Piece number(double value);
 /// A text that must be a plain number.
