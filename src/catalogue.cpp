@@ -1,6 +1,9 @@
+#include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
 #include "ombrix/purchase/purchase_invoice.h"
 
+#include "components/account_preferences.h"
+#include "components/accounts_payable.h"
 #include "components/counter_transaction.h"
 #include "components/general.h"
 #include "components/general_ledger.h"
@@ -12,6 +15,7 @@
 #include "frame/hosting/shipped.h"
 #include "invoices/purchase_invoice_interface.h"
 #include "orders/lpo_interface.h"
+#include "receipts/grn_interface.h"
 
 namespace ombrix {
 
@@ -36,7 +40,10 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::GRN>(purchase::grn_interface()),
       business_class<purchase::PurchaseInvoice>(purchase::purchase_invoice_interface()),
+      component<components::AccountPreferences>(components::account_preferences_interface()),
+      component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
       component<components::GeneralLedger>(components::general_ledger_interface()),

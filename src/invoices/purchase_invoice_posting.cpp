@@ -131,7 +131,7 @@ bool PurchaseInvoice::post_variance(Recordset& line) {
   FCPurchaseVariance =
       variance("Purchase_Inv_FC_Item_Amount", "GRN_FC_Item_Amount", "PO_FC_Disc_Amount");
   if (PurchaseVariance() == 0) return true;
-  // The home figure decides the side, and a credit turns both figures round.
+  // The home figure decides the side of both; only a credit has its figures without a sign.
   const bool credit = PurchaseVariance() < 0;
   return post("Purchase Variance : " + std::string(without_first(PurVarianceAccountNo, 6)),
               PurVarianceAccountNo, credit ? "Credit" : "Debit", std::fabs(PurchaseVariance()),
