@@ -1,7 +1,9 @@
+#include "ombrix/purchase/cash_purchase.h"
 #include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
 #include "ombrix/purchase/purchase_invoice.h"
 
+#include "cash/cash_purchase_interface.h"
 #include "components/account_preferences.h"
 #include "components/accounts_payable.h"
 #include "components/counter_transaction.h"
@@ -9,6 +11,7 @@
 #include "components/general_ledger.h"
 #include "components/inventory.h"
 #include "components/location_stock.h"
+#include "components/pdc.h"
 #include "components/purchase_log.h"
 #include "components/stock_movement.h"
 #include "frame/hosting/hosted.h"
@@ -42,6 +45,7 @@ std::span<const Shipped> shipped() {
       business_class<purchase::LPO>(purchase::lpo_interface()),
       business_class<purchase::GRN>(purchase::grn_interface()),
       business_class<purchase::PurchaseInvoice>(purchase::purchase_invoice_interface()),
+      business_class<purchase::CashPurchase>(purchase::cash_purchase_interface()),
       component<components::AccountPreferences>(components::account_preferences_interface()),
       component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
@@ -49,6 +53,7 @@ std::span<const Shipped> shipped() {
       component<components::GeneralLedger>(components::general_ledger_interface()),
       component<components::Inventory>(components::inventory_interface()),
       component<components::LocationStock>(components::location_stock_interface()),
+      component<components::PDC>(components::pdc_interface()),
       component<components::PurchaseLog>(components::purchase_log_interface()),
       component<components::StockMovement>(components::stock_movement_interface()),
   };
