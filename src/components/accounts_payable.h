@@ -2,9 +2,7 @@
 
 #include <string>
 
-#include "ombrix/connection.h"
-#include "ombrix/property.h"
-
+#include "components/component.h"
 #include "frame/hosting/interface.h"
 
 namespace ombrix::components {
@@ -14,9 +12,8 @@ namespace ombrix::components {
 /// A credit raises `Vendor_Balance` and `Vendor_Fc_Balance` of the vendor, a debit lowers them;
 /// what an instance was given stays set for its next call. Amounts may be zero or negative. A
 /// refusal writes nothing and leaves its reason in `ErrDesc`; failures of the database rise.
-class AccountsPayable {
+class AccountsPayable final : public Component {
  public:
-  Reference<Connection> AdoConnectionObject;
   Text CompanyPrefix;
   Text BranchPrefix;
   Text DocumentPrefix;
@@ -38,7 +35,6 @@ class AccountsPayable {
   /// The vendor's own reference; an empty one is stored as Null.
   Text Refno;
   Day RefDate;
-  Property<std::string, Access::get> ErrDesc;
 
   /// Adds one entry. Refused: no document number, vendor or account, an account that is not in the
   /// chart, a vendor that is not known.
@@ -48,8 +44,13 @@ class AccountsPayable {
   bool APL_Delete();
 
  private:
-  bool refuse(std::string reason);
-  bool complete();
+  /// What the vendor is owed more, in home and in foreign currency.
+  struct Owed {
+    double home = 0;
+    double foreign = 0;
+  };
+  /// False when the vendor is not known.
+  bool move_balance(const std::string& vendor, const Owed& owed) const;
 };
 
 const Interface& accounts_payable_interface();
