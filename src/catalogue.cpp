@@ -1,3 +1,4 @@
+#include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
 
 #include "components/account_preferences.h"
@@ -12,6 +13,7 @@
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
+#include "receipts/grn_interface.h"
 
 namespace ombrix {
 
@@ -36,6 +38,7 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::GRN>(purchase::grn_interface()),
       component<components::AccountPreferences>(components::account_preferences_interface()),
       component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),

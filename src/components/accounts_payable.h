@@ -1,7 +1,10 @@
 #pragma once
 
+<<<<<<< HEAD
 #include <string>
 
+=======
+>>>>>>> main
 #include "components/component.h"
 #include "frame/hosting/interface.h"
 
@@ -12,7 +15,11 @@ namespace ombrix::components {
 /// A credit raises `Vendor_Balance` and `Vendor_Fc_Balance` of the vendor, a debit lowers them;
 /// what an instance was given stays set for its next call. Amounts may be zero or negative. A
 /// refusal writes nothing and leaves its reason in `ErrDesc`; failures of the database rise.
+<<<<<<< HEAD
 class AccountsPayable final : public Component {
+=======
+class AccountsPayable : public Component {
+>>>>>>> main
  public:
   Text CompanyPrefix;
   Text BranchPrefix;
@@ -44,6 +51,7 @@ class AccountsPayable final : public Component {
   bool APL_Delete();
 
  private:
+<<<<<<< HEAD
   /// What the vendor is owed more, in home and in foreign currency.
   struct Owed {
     double home = 0;
@@ -51,6 +59,9 @@ class AccountsPayable final : public Component {
   };
   /// False when the vendor is not known.
   bool move_balance(const std::string& vendor, const Owed& owed) const;
+=======
+  bool complete();
+>>>>>>> main
 };
 
 const Interface& accounts_payable_interface();

@@ -29,4 +29,14 @@ std::string Document::temporary_number(double identity) const {
   return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + "TMP" + general_text(identity);
 }
 
+void Document::read_exchange_rate(Recordset& master) {
+  const Value foreign = master("Foreign_Currency_Flag");
+  if (foreign.is_null() || !foreign.to_flag()) {
+    ExchangeRate = 1;
+    return;
+  }
+  const Value rate = master("Exchange_Rate");
+  if (!rate.is_null()) ExchangeRate = rate.to_number();
+}
+
 }  // namespace ombrix::purchase

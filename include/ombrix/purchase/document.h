@@ -49,6 +49,9 @@ class Document : public Frame {
   std::string final_number(double identity) const;
   std::string temporary_number(double identity) const;
 
+  /// `ExchangeRate` as the master has it, 1 in home currency; a Null rate leaves it as it was.
+  void read_exchange_rate(Recordset& master);
+
   /// The identity and number under which a document is stored.
   struct Keys {
     double& identity;
