@@ -9,10 +9,6 @@ namespace ombrix::components {
 using database::any_text;
 using database::number;
 using database::sql;
-<<<<<<< HEAD
-=======
-using database::text;
->>>>>>> main
 
 namespace {
 
@@ -54,21 +50,10 @@ double amount(Recordset& entries, std::string_view column) {
 
 }  // namespace
 
-<<<<<<< HEAD
 bool AccountsPayable::move_balance(const std::string& vendor, const Owed& owed) const {
   return execute(sql({"Update Vendor_Master Set Vendor_Balance = Coalesce(Vendor_Balance, 0) + ",
                       number(owed.home), ", Vendor_Fc_Balance = Coalesce(Vendor_Fc_Balance, 0) + ",
                       number(owed.foreign), " Where Vendor_Code=", any_text(vendor)})) > 0;
-=======
-bool AccountsPayable::complete() {
-  if (!AdoConnectionObject()) return refuse("Invalid Connection.");
-  if (trim(DocumentNo()).empty()) return refuse("A payables entry needs a document number.");
-  const std::string entry = "The payables entry of document \"" + DocumentNo() + "\" ";
-  if (trim(VendorCode()).empty()) return refuse(entry + "needs a vendor code.");
-  if (trim(AccountNo()).empty()) return refuse(entry + "needs an account.");
-  return has_account(AccountNo(), *AdoConnectionObject()) ||
-         refuse(entry + "names an unknown account \"" + AccountNo() + "\".");
->>>>>>> main
 }
 
 bool AccountsPayable::AP_Insert_Transaction() {

@@ -1,10 +1,7 @@
 #pragma once
 
-<<<<<<< HEAD
 #include <string>
 
-=======
->>>>>>> main
 #include "components/component.h"
 #include "frame/hosting/interface.h"
 
@@ -15,11 +12,7 @@ namespace ombrix::components {
 /// A credit raises `Vendor_Balance` and `Vendor_Fc_Balance` of the vendor, a debit lowers them;
 /// what an instance was given stays set for its next call. Amounts may be zero or negative. A
 /// refusal writes nothing and leaves its reason in `ErrDesc`; failures of the database rise.
-<<<<<<< HEAD
 class AccountsPayable final : public Component {
-=======
-class AccountsPayable : public Component {
->>>>>>> main
  public:
   Text CompanyPrefix;
   Text BranchPrefix;
@@ -51,7 +44,6 @@ class AccountsPayable : public Component {
   bool APL_Delete();
 
  private:
-<<<<<<< HEAD
   /// What the vendor is owed more, in home and in foreign currency.
   struct Owed {
     double home = 0;
@@ -59,9 +51,6 @@ class AccountsPayable : public Component {
   };
   /// False when the vendor is not known.
   bool move_balance(const std::string& vendor, const Owed& owed) const;
-=======
-  bool complete();
->>>>>>> main
 };
 
 const Interface& accounts_payable_interface();
