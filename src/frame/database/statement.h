@@ -32,7 +32,17 @@ class Piece {
   friend Piece day(const Date& date);
   friend consteval Piece flag(const char* column);
 
-  enum class Kind : unsigned char { literal, flag, text, any_text, date, day, number, digits, name };
+  enum class Kind : unsigned char {
+    literal,
+    flag,
+    text,
+    any_text,
+    date,
+    day,
+    number,
+    digits,
+    name
+  };
   consteval Piece(Kind kind, const char* literal) : kind_(kind), literal_(literal) {}
   Piece(Kind kind, std::string value) : kind_(kind), value_(std::move(value)) {}
 
