@@ -1,5 +1,7 @@
 #include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
+#include "ombrix/purchase/vendor.h"
+#include "ombrix/purchase/vendor_ob.h"
 
 #include "components/account_preferences.h"
 #include "components/accounts_payable.h"
@@ -14,6 +16,7 @@
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
 #include "receipts/grn_interface.h"
+#include "vendor/vendor_interface.h"
 
 namespace ombrix {
 
@@ -39,6 +42,8 @@ std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
       business_class<purchase::GRN>(purchase::grn_interface()),
+      business_class<purchase::Vendor>(purchase::vendor_interface()),
+      business_class<purchase::VendorOB>(purchase::vendor_ob_interface()),
       component<components::AccountPreferences>(components::account_preferences_interface()),
       component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),

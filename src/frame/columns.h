@@ -124,6 +124,21 @@ struct Rounded : Written<Rounded<P>> {
   }
 };
 
+/// An empty text leaves the column alone.
+template <auto P>
+struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
+  static std::optional<Value> value(const auto& document) {
+    const std::string& text = held<P>(document);
+    if (text.empty()) return std::nullopt;
+    return Value(text);
+  }
+};
+/// To the 15 digits of its text form.
+template <auto P>
+struct ThroughText : Written<ThroughText<P>> {
+  static Value value(const auto& document) { return head_number(general_text(held<P>(document))); }
+};
+
 /// A value of any kind as a number; none at all is stored as a Null.
 template <auto P>
 struct NumberUnlessEmpty : Written<NumberUnlessEmpty<P>> {
@@ -172,6 +187,10 @@ template <auto P>
 inline constexpr NullIfBlank<P> null_if_blank{};
 template <auto P>
 inline constexpr Rounded<P> rounded{};
+template <auto P>
+inline constexpr SkipIfEmpty<P> skip_if_empty{};
+template <auto P>
+inline constexpr ThroughText<P> through_text{};
 template <auto P>
 inline constexpr NumberUnlessEmpty<P> number_unless_empty{};
 template <auto P>
