@@ -61,7 +61,8 @@ struct Sweep {
 };
 
 /// Lets each call of the method fail in turn: in each run, with a number of the counter's and of
-/// the client's own, alone and inside a client's transaction. Prints how many cases ran.
+/// the client's own, alone and inside a client's transaction. Where the database is a server, it
+/// also ends the session of each call just before. Prints how many cases ran.
 void run(const Sweep& sweep);
 
 }  // namespace ombrix::testing
