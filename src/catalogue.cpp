@@ -1,5 +1,6 @@
 #include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
+#include "ombrix/purchase/purchase_invoice.h"
 #include "ombrix/purchase/vendor.h"
 #include "ombrix/purchase/vendor_ob.h"
 
@@ -14,6 +15,7 @@
 #include "components/stock_movement.h"
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
+#include "invoices/purchase_invoice_interface.h"
 #include "orders/lpo_interface.h"
 #include "receipts/grn_interface.h"
 #include "vendor/vendor_interface.h"
@@ -44,6 +46,7 @@ std::span<const Shipped> shipped() {
       business_class<purchase::GRN>(purchase::grn_interface()),
       business_class<purchase::Vendor>(purchase::vendor_interface()),
       business_class<purchase::VendorOB>(purchase::vendor_ob_interface()),
+      business_class<purchase::PurchaseInvoice>(purchase::purchase_invoice_interface()),
       component<components::AccountPreferences>(components::account_preferences_interface()),
       component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
