@@ -1,4 +1,5 @@
 #include "ombrix/purchase/lpo.h"
+#include "ombrix/purchase/purchase_return.h"
 
 #include "components/counter_transaction.h"
 #include "components/general.h"
@@ -10,6 +11,7 @@
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
+#include "returns/purchase_return_interface.h"
 
 namespace ombrix {
 
@@ -34,6 +36,7 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::PurchaseReturn>(purchase::purchase_return_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
       component<components::General>(components::general_interface()),
       component<components::GeneralLedger>(components::general_ledger_interface()),

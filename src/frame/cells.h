@@ -18,6 +18,12 @@ struct GridLine {
   void put(std::int32_t column, std::string_view text) { grid.TextMatrix(row, column, text); }
 };
 
+/// A reference of the method's own: a grid of the client's may take itself away while it is asked.
+inline std::shared_ptr<Grid> given(const std::shared_ptr<Grid>& grid) {
+  if (!grid) raise_not_set();
+  return grid;
+}
+
 /// The rules by which a grid cell goes to a column and back.
 namespace rule {
 
@@ -29,6 +35,33 @@ template <std::int32_t kCell>
 struct CellNumber : Written<CellNumber<kCell>> {
   static Value value(const auto& line) { return line.number(kCell); }
 };
+/// The number at the head of the cell.
+template <std::int32_t kCell>
+struct CellHead : Written<CellHead<kCell>> {
+  static Value value(const auto& line) { return head_number(line.text(kCell)); }
+};
+template <std::int32_t kCell>
+struct CellTrimmed : Written<CellTrimmed<kCell>> {
+  static Value value(const auto& line) { return line.trimmed(kCell); }
+};
+/// A cell of a unit's name, or of the name and a period type with a "-" between: the name.
+template <std::int32_t kCell>
+struct CellUnitName : Written<CellUnitName<kCell>> {
+  static Value value(const auto& line) {
+    const std::string cell = line.text(kCell);
+    return cell.substr(0, cell.find('-'));
+  }
+};
+/// The period type of such a cell; without one the column is left alone.
+template <std::int32_t kCell>
+struct CellPeriodType : Written<CellPeriodType<kCell>> {
+  static std::optional<Value> value(const auto& line) {
+    const std::string cell = line.text(kCell);
+    const auto dash = cell.find('-');
+    if (dash == std::string::npos) return std::nullopt;
+    return Value(cell.substr(dash + 1));
+  }
+};
 /// Trimmed; a blank cell leaves the column alone.
 template <std::int32_t kCell>
 struct CellUnlessBlank : Written<CellUnlessBlank<kCell>> {
@@ -39,6 +72,25 @@ struct CellUnlessBlank : Written<CellUnlessBlank<kCell>> {
   }
 };
 
+/// As text into one cell or several; a Null raises.
+template <std::int32_t... kCells>
+struct ToCells : Reading<ToCells<kCells...>> {
+  static void take(auto& line, const Value& value) {
+    const std::string text = value.to_text();
+    (line.put(kCells, text), ...);
+  }
+};
+template <std::int32_t kCell>
+struct ToCellUnlessNull : Reading<ToCellUnlessNull<kCell>> {
+  static void take(auto& line, const Value& value) {
+    if (!value.is_null()) line.put(kCell, value.to_text());
+  }
+};
+/// A Null empties the cell.
+template <std::int32_t kCell>
+struct ToCellOrEmpty : Reading<ToCellOrEmpty<kCell>> {
+  static void take(auto& line, const Value& value) { line.put(kCell, value.text_or_empty()); }
+};
 template <std::int32_t kCell>
 struct ToCellUnlessEmpty : Reading<ToCellUnlessEmpty<kCell>> {
   static void take(auto& line, const Value& value) {
@@ -67,7 +119,21 @@ inline constexpr CellText<kCell> cell_text{};
 template <std::int32_t kCell>
 inline constexpr CellNumber<kCell> cell_number{};
 template <std::int32_t kCell>
+inline constexpr CellHead<kCell> cell_head{};
+template <std::int32_t kCell>
+inline constexpr CellTrimmed<kCell> cell_trimmed{};
+template <std::int32_t kCell>
+inline constexpr CellUnitName<kCell> cell_unit_name{};
+template <std::int32_t kCell>
+inline constexpr CellPeriodType<kCell> cell_period_type{};
+template <std::int32_t kCell>
 inline constexpr CellUnlessBlank<kCell> cell_unless_blank{};
+template <std::int32_t... kCells>
+inline constexpr ToCells<kCells...> to_cells{};
+template <std::int32_t kCell>
+inline constexpr ToCellUnlessNull<kCell> to_cell_unless_null{};
+template <std::int32_t kCell>
+inline constexpr ToCellOrEmpty<kCell> to_cell_or_empty{};
 template <std::int32_t kCell>
 inline constexpr ToCellUnlessEmpty<kCell> to_cell_unless_empty{};
 template <std::int32_t kCell, std::size_t kPrefix>

@@ -11,11 +11,11 @@ using database::sql;
 using database::text;
 using detail::Held;
 
-Document::Counter::Counter(Document& document)
+Document::Counter::Counter(Document& document, const std::string& series)
     : document_(document), component_(document.sibling("OmbrixSystem.CounterTransaction")) {
   component_.set({{"CompanyPrefix", document.CompanyPrefix()},
                   {"BranchPrefix", document.BranchPrefix()},
-                  {"DocumentPrefix", document.DocumentPrefix()}});
+                  {"DocumentPrefix", series}});
 }
 
 bool Document::Counter::draw(std::optional<bool> temporary) {

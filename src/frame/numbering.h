@@ -12,11 +12,14 @@ namespace ombrix::purchase {
 /// number back when it is released before it moved on.
 class Document::Counter {
  public:
-  explicit Counter(Document& document);
+  explicit Counter(Document& document) : Counter(document, document.DocumentPrefix()) {}
+  Counter(Document& document, const std::string& series);
 
   /// False with the component's reason in the document's `ErrDesc`. `temporary` is left out of the
   /// calls that draw a final number.
   bool draw(std::optional<bool> temporary = std::nullopt);
+  /// The number as the component gives it, for a key that is a text.
+  std::string number_text() { return component_.get("NextDocumentNo").to_text(); }
   double number() { return component_.get("NextDocumentNo").to_number(); }
   bool move_on(std::optional<bool> temporary);
 

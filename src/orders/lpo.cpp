@@ -51,12 +51,6 @@ std::int32_t count_lines(const Grid& grid) {
   return count;
 }
 
-/// A reference of the method's own: a grid of the client's may take itself away while it is asked.
-std::shared_ptr<Grid> given(const std::shared_ptr<Grid>& grid) {
-  if (!grid) raise_not_set();
-  return grid;
-}
-
 }  // namespace
 
 LPO::LPO() : Document(Connected::unopened) {}
@@ -136,16 +130,6 @@ bool LPO::Get_LPO() {
     read_exchange_rate(master);
     return Get_LPO_Detail();
   });
-}
-
-void LPO::read_exchange_rate(Recordset& master) {
-  const Value foreign = master("Foreign_Currency_Flag");
-  if (foreign.is_null() || !foreign.to_flag()) {
-    ExchangeRate = 1;
-    return;
-  }
-  const Value rate = master("Exchange_Rate");
-  if (!rate.is_null()) ExchangeRate = rate.to_number();
 }
 
 bool LPO::Get_LPO_Detail() {

@@ -64,14 +64,6 @@ struct UnitName : Written<UnitName> {
     return Value(cell.substr(0, cell.find('-')));
   }
 };
-struct PeriodType : Written<PeriodType> {
-  static std::optional<Value> value(const LPOLine& line) {
-    const std::string cell = line.text(4);
-    const auto dash = cell.find('-');
-    if (dash == std::string::npos) return std::nullopt;
-    return Value(cell.substr(dash + 1));
-  }
-};
 struct UnitQuantity : Written<UnitQuantity> {
   static Value value(const LPOLine& line) {
     const double quantity = line.number(6);
@@ -144,7 +136,7 @@ constexpr Column<LPOLine> kDetail[] = {
     {"Vendor_Item_Code", cell_unless_blank<2>, to_cell_unless_empty<2>},
     {"Item_Name", cell_unless_blank<3>, to_cell_unless_empty<3>},
     {"Unit_Name", UnitName(), UnitNameToCell()},
-    {"Period_Type", PeriodType(), PeriodTypeToCell()},
+    {"Period_Type", cell_period_type<4>, PeriodTypeToCell()},
     {"FOC_Flag", cell_number<18>, FreeOfCharge()},
     {"Unit_Code", cell_unless_blank<5>, to_cell_unless_empty<5>},
     {"Unit_Qty", UnitQuantity(), to_cell_head<6>},

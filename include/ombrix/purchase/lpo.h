@@ -70,7 +70,6 @@ class LPO final : public Document {
   bool Save_LPO_Detail();
   bool Get_LPO_Detail();
 
-  void read_exchange_rate(Recordset& master);
   bool rename(Recordset& master, FinalNumber& number);
   void raise_ordered_quantities();
 };
