@@ -1,7 +1,11 @@
+#include "ombrix/purchase/grn.h"
 #include "ombrix/purchase/lpo.h"
 #include "ombrix/purchase/purchase_return.h"
 
+#include "components/account_preferences.h"
+#include "components/accounts_payable.h"
 #include "components/counter_transaction.h"
+#include "components/debit_credit_note.h"
 #include "components/general.h"
 #include "components/general_ledger.h"
 #include "components/inventory.h"
@@ -11,6 +15,7 @@
 #include "frame/hosting/hosted.h"
 #include "frame/hosting/shipped.h"
 #include "orders/lpo_interface.h"
+#include "receipts/grn_interface.h"
 #include "returns/purchase_return_interface.h"
 
 namespace ombrix {
@@ -36,8 +41,12 @@ Shipped component(const Interface& interface) {
 std::span<const Shipped> shipped() {
   static const Shipped kShipped[] = {
       business_class<purchase::LPO>(purchase::lpo_interface()),
+      business_class<purchase::GRN>(purchase::grn_interface()),
       business_class<purchase::PurchaseReturn>(purchase::purchase_return_interface()),
+      component<components::AccountPreferences>(components::account_preferences_interface()),
+      component<components::AccountsPayable>(components::accounts_payable_interface()),
       component<components::CounterTransaction>(components::counter_transaction_interface()),
+      component<components::DebitCreditNote>(components::debit_credit_note_interface()),
       component<components::General>(components::general_interface()),
       component<components::GeneralLedger>(components::general_ledger_interface()),
       component<components::Inventory>(components::inventory_interface()),

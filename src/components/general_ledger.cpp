@@ -1,5 +1,6 @@
 #include "components/general_ledger.h"
 
+#include "components/chart_of_accounts.h"
 #include "frame/columns.h"
 
 namespace ombrix::components {
@@ -34,10 +35,7 @@ constexpr Column<GeneralLedger> kJournal[] = {
 bool GeneralLedger::GLInsert() {
   constexpr std::string_view kWork = "Ledger line";
   if (!ready(kWork, {{"DocumentNo", DocumentNo()}, {"AccountNo", AccountNo()}})) return false;
-  auto account = open(
-      sql({"Select Account_No From Chart_Of_Accounts Where Account_No=", any_text(AccountNo())}),
-      ForwardOnly);
-  if (account.IsEOF()) return unknown(kWork, AccountNo());
+  if (!has_account(AccountNo(), *AdoConnectionObject())) return unknown(kWork, AccountNo());
   auto line = open(sql({"Select * From General_Ledger"}), Dynamic);
   line.AddNew();
   write_columns(kJournal, *this, line);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "ombrix/grid.h"
 
 #include "frame/columns.h"
@@ -19,6 +21,7 @@ struct GridLine {
 };
 
 /// A reference of the method's own: a grid of the client's may take itself away while it is asked.
+/// Raises failure 91 when the client set none.
 inline std::shared_ptr<Grid> given(const std::shared_ptr<Grid>& grid) {
   if (!grid) raise_not_set();
   return grid;
@@ -60,6 +63,36 @@ struct CellPeriodType : Written<CellPeriodType<kCell>> {
     const auto dash = cell.find('-');
     if (dash == std::string::npos) return std::nullopt;
     return Value(cell.substr(dash + 1));
+  }
+};
+/// An item code as it is stored, behind the company prefix; a blank cell leaves the column alone.
+template <std::int32_t kCell>
+struct CellItemCode : Written<CellItemCode<kCell>> {
+  static std::optional<Value> value(const auto& line) {
+    const std::string code = line.trimmed(kCell);
+    if (code.empty()) return std::nullopt;
+    return Value(line.document.CompanyPrefix() + code);
+  }
+};
+struct Serial : Written<Serial> {
+  static Value value(const auto& line) { return line.serial; }
+};
+/// A property of the line's document.
+template <auto P>
+struct OfDocument : Written<OfDocument<P>> {
+  static Value value(const auto& line) { return held<P>(line.document); }
+};
+/// A figure that was worked out for the line; none leaves the column alone.
+template <auto P>
+struct Figure : Written<Figure<P>> {
+  static std::optional<Value> value(const auto& line) {
+    const auto& figure = line.*P;
+    if constexpr (requires { figure.has_value(); }) {
+      if (!figure.has_value()) return std::nullopt;
+      return Value(*figure);
+    } else {
+      return Value(figure);
+    }
   }
 };
 /// Trimmed; a blank cell leaves the column alone.
@@ -110,7 +143,7 @@ struct ToCellLessPrefix : Reading<ToCellLessPrefix<kCell, kPrefix>> {
 template <std::int32_t kCell>
 struct ToCellHead : Reading<ToCellHead<kCell>> {
   static void take(auto& line, const Value& value) {
-    line.put(kCell, general_text(head_number(value.to_text())));
+    line.put(kCell, general_text(head_of(value)));
   }
 };
 
@@ -128,6 +161,13 @@ template <std::int32_t kCell>
 inline constexpr CellPeriodType<kCell> cell_period_type{};
 template <std::int32_t kCell>
 inline constexpr CellUnlessBlank<kCell> cell_unless_blank{};
+template <std::int32_t kCell>
+inline constexpr CellItemCode<kCell> cell_item_code{};
+inline constexpr Serial serial{};
+template <auto P>
+inline constexpr OfDocument<P> of_document{};
+template <auto P>
+inline constexpr Figure<P> figure{};
 template <std::int32_t... kCells>
 inline constexpr ToCells<kCells...> to_cells{};
 template <std::int32_t kCell>

@@ -11,6 +11,7 @@
 #include "ombrix/recordset.h"
 
 #include "frame/number.h"
+#include "frame/text.h"
 #include "frame/trap.h"
 
 namespace ombrix {
@@ -107,6 +108,14 @@ struct NullIfEmpty : Written<NullIfEmpty<P>> {
     return text.empty() ? Value(Null{}) : Value(text);
   }
 };
+/// Of the whole text: blanks alone count as empty.
+template <auto P>
+struct NullIfBlank : Written<NullIfBlank<P>> {
+  static Value value(const auto& document) {
+    const std::string& text = held<P>(document);
+    return trim(text).empty() ? Value(Null{}) : Value(text);
+  }
+};
 /// Rounded to the decimals of the document.
 template <auto P>
 struct Rounded : Written<Rounded<P>> {
@@ -144,9 +153,7 @@ struct UnlessNull : Reading<UnlessNull<P>> {
 /// The number at the head of the stored text; a Null raises.
 template <auto P>
 struct Head : Reading<Head<P>> {
-  static void take(auto& document, const Value& value) {
-    held<P>(document) = head_number(value.to_text());
-  }
+  static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
 };
 /// "Item" for an empty stored value, Null included.
 template <auto P>
@@ -161,6 +168,8 @@ template <auto P>
 inline constexpr Always<P> always{};
 template <auto P>
 inline constexpr NullIfEmpty<P> null_if_empty{};
+template <auto P>
+inline constexpr NullIfBlank<P> null_if_blank{};
 template <auto P>
 inline constexpr Rounded<P> rounded{};
 template <auto P>

@@ -21,6 +21,14 @@ bool Document::valid(std::string_view date_message, const Date& date,
          passes(own) && passes({{CurrencyCode().empty(), "Invalid Currency Code."}});
 }
 
+std::string Document::final_number(double identity) const {
+  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + general_text(identity);
+}
+
+std::string Document::temporary_number(double identity) const {
+  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + "TMP" + general_text(identity);
+}
+
 void Document::read_exchange_rate(Recordset& master) {
   const Value foreign = master("Foreign_Currency_Flag");
   if (foreign.is_null() || !foreign.to_flag()) {
@@ -29,14 +37,6 @@ void Document::read_exchange_rate(Recordset& master) {
   }
   const Value rate = master("Exchange_Rate");
   if (!rate.is_null()) ExchangeRate = rate.to_number();
-}
-
-std::string Document::final_number(double identity) const {
-  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + general_text(identity);
-}
-
-std::string Document::temporary_number(double identity) const {
-  return CompanyPrefix() + BranchPrefix() + DocumentPrefix() + "TMP" + general_text(identity);
 }
 
 }  // namespace ombrix::purchase

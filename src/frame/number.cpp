@@ -260,6 +260,10 @@ double head_number(std::string_view text) {
   return number;
 }
 
+double head_of(const Value& value) {
+  return head_number(value.to_text());
+}
+
 bool is_plain_number(std::string_view text) {
   return !text.empty() && number_length(text) == text.size();
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "ombrix/value.h"
+
 namespace ombrix {
 
 /// The general text form of a number: at most 15 significant digits, no trailing zeros, plain
@@ -24,6 +26,9 @@ std::optional<double> whole_number_text(std::string_view text);
 /// The number at the head of a text, behind leading blanks: sign, digits, point, exponent. What
 /// follows is ignored; 0 when there is none. Raises "Overflow" beyond the range of a Double.
 double head_number(std::string_view text);
+
+/// The number at the head of a field's text; a Null raises.
+double head_of(const Value& value);
 
 /// True for what may stand in a statement where a number is expected: an optional sign, digits
 /// with at most one point, an optional exponent; no blanks.

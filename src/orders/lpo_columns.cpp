@@ -43,19 +43,6 @@ constexpr Column<LPO> kMaster[] = {
     {"Processed_Flag", nullptr, into<&LPO::ProcessedFlag>},
 };
 
-struct OwnNumber : Written<OwnNumber> {
-  static Value value(const LPOLine& line) { return line.order.LPONo(); }
-};
-struct Serial : Written<Serial> {
-  static Value value(const LPOLine& line) { return line.serial; }
-};
-struct StoredCode : Written<StoredCode> {
-  static std::optional<Value> value(const LPOLine& line) {
-    const std::string code = line.trimmed(1);
-    if (code.empty()) return std::nullopt;
-    return Value(line.order.CompanyPrefix() + code);
-  }
-};
 /// Cell 4 is the unit's name, or the name and a period type with a "-" between.
 struct UnitName : Written<UnitName> {
   static std::optional<Value> value(const LPOLine& line) {
@@ -76,18 +63,6 @@ struct Taxable : Written<Taxable> {
     return mark == "True" || mark == "1" ? "Taxable" : "Exempted";
   }
 };
-template <auto kShare>
-struct Share : Written<Share<kShare>> {
-  static std::optional<Value> value(const LPOLine& line) {
-    const Value& share = line.*kShare;
-    if (share.is_empty()) return std::nullopt;
-    return share;
-  }
-};
-struct LineLastUpdate : Written<LineLastUpdate> {
-  static Value value(const LPOLine& line) { return line.order.LastUpdate(); }
-};
-
 struct UnitNameToCell : Reading<UnitNameToCell> {
   static void take(LPOLine& line, const Value& name) {
     line.unit_name = name.text_or_empty();
@@ -130,9 +105,9 @@ struct TaxableMark : Reading<TaxableMark> {
 };
 
 constexpr Column<LPOLine> kDetail[] = {
-    {"LPO_No", OwnNumber()},
-    {"SL_No", Serial()},
-    {"Item_Code", StoredCode(), to_cell_less_prefix<1, 2>},
+    {"LPO_No", of_document<&LPO::LPONo>},
+    {"SL_No", serial},
+    {"Item_Code", cell_item_code<1>, to_cell_less_prefix<1, 2>},
     {"Vendor_Item_Code", cell_unless_blank<2>, to_cell_unless_empty<2>},
     {"Item_Name", cell_unless_blank<3>, to_cell_unless_empty<3>},
     {"Unit_Name", UnitName(), UnitNameToCell()},
@@ -149,10 +124,10 @@ constexpr Column<LPOLine> kDetail[] = {
     {"LPO_FCItem_Amount", cell_number<12>},
     {"Account_No", cell_text<15>, Account()},
     {"Proj_No", cell_unless_blank<16>, Project()},
-    {"LPO_Overall_FC_Disc", Share<&LPOLine::overall_fc_discount>()},
-    {"LPO_Overall_Disc", Share<&LPOLine::overall_discount>()},
+    {"LPO_Overall_FC_Disc", figure<&LPOLine::overall_fc_discount>},
+    {"LPO_Overall_Disc", figure<&LPOLine::overall_discount>},
     {"TaxType", Taxable(), TaxableMark()},
-    {"Last_Update", LineLastUpdate()},
+    {"Last_Update", of_document<&LPO::LastUpdate>},
 };
 
 }  // namespace

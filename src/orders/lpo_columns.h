@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -12,10 +13,10 @@ namespace ombrix::purchase {
 
 /// A grid row on its way to or from `LPO_Detail`.
 struct LPOLine : GridLine {
-  const LPO& order;
-  std::int32_t serial = 0;      ///< `SL_No`
-  Value overall_fc_discount{};  ///< shares of the overall discount; Empty: none
-  Value overall_discount{};
+  const LPO& document;
+  std::int32_t serial = 0;                      ///< `SL_No`
+  std::optional<double> overall_fc_discount{};  ///< shares of the overall discount
+  std::optional<double> overall_discount{};
   std::string unit_name{};  ///< as read, for the period type that is shown behind it
 };
 

@@ -4,21 +4,13 @@
 #include "frame/numbering.h"
 #include "frame/text.h"
 #include "frame/trap.h"
+#include "stock/item_type.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
 using detail::Held;
-
-namespace {
-
-bool is_stocked(const Value& item_type) {
-  const std::string type(trim(item_type.text_or_empty()));
-  return type == "0" || type == "3";
-}
-
-}  // namespace
 
 bool LPO::Process_LPO() {
   if (trim(LPONo()).empty()) return refused("Invalid Purchase Order No");

@@ -78,12 +78,6 @@ constexpr Column<Return> kRead[] = {
     {"Purchase_ref_Doc", nullptr, into<&Return::Ref_Doc_Type>},
 };
 
-struct OwnNumber : Written<OwnNumber> {
-  static Value value(const ReturnLine& line) { return line.document.PurchaseRtnNo(); }
-};
-struct Serial : Written<Serial> {
-  static Value value(const ReturnLine& line) { return line.serial; }
-};
 struct StoredCode : Written<StoredCode> {
   static std::optional<Value> value(const ReturnLine& line) {
     if (line.text(2).empty()) return std::nullopt;
@@ -108,10 +102,6 @@ struct OverallDiscount : Written<OverallDiscount> {
     return product(line.number(11), line.document.ExchangeRate());
   }
 };
-struct LineLastUpdate : Written<LineLastUpdate> {
-  static Value value(const ReturnLine& line) { return line.document.LastUpdate(); }
-};
-
 struct ItemCodeToCell : Reading<ItemCodeToCell> {
   static void take(ReturnLine& line, const Value& code) {
     if (!code.is_null()) line.put(2, without_first(code.to_text(), 2));
@@ -153,8 +143,8 @@ struct InvoiceDiscountToCells : Reading<InvoiceDiscountToCells> {
 };
 
 constexpr Column<ReturnLine> kDetail[] = {
-    {"Purchase_Rtn_No", OwnNumber()},
-    {"SL_No", Serial()},
+    {"Purchase_Rtn_No", of_document<&Return::PurchaseRtnNo>},
+    {"SL_No", serial},
     {"Item_Code", StoredCode(), ItemCodeToCell()},
     {"Vendor_Item_Code", VendorItemCode(), to_cell_unless_null<3>},
     {"Item_Name", cell_trimmed<4>, to_cell_unless_null<4>},
@@ -173,7 +163,7 @@ constexpr Column<ReturnLine> kDetail[] = {
     {"Proj_No", Project()},
     {"Location_Name", cell_text<16>, to_cell_unless_null<16>},
     {"location_ID", cell_text<21>, to_cell_unless_null<21>},
-    {"Last_Update", LineLastUpdate()},
+    {"Last_Update", of_document<&Return::LastUpdate>},
     {"Purchase_Rtn_Overall_Inv_FC_Disc_Amt", cell_head<12>, InvoiceDiscountToCells()},
     {"Purchase_Rtn_Overall_Inv_Disc_Amt", cell_head<26>, to_cell_or_empty<26>},
 };

@@ -44,13 +44,13 @@ class Document : public Frame {
   /// fails is the reason. Not trapped: a failure rises to the client.
   bool valid(std::string_view date_message, const Date& date, std::initializer_list<Check> own);
 
-  /// From the master row: 1 unless it is in foreign currency.
-  void read_exchange_rate(Recordset& master);
-
   bool renumbers() const { return OnlineFlag() || !SyncFlag(); }
   /// Company, branch, series and identity; "TMP" stands before the identity of a temporary number.
   std::string final_number(double identity) const;
   std::string temporary_number(double identity) const;
+
+  /// `ExchangeRate` as the master has it, 1 in home currency; a Null rate leaves it as it was.
+  void read_exchange_rate(Recordset& master);
 
   /// The identity and number under which a document is stored.
   struct Keys {

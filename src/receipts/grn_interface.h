@@ -1,0 +1,10 @@
+#pragma once
+
+#include "frame/hosting/interface.h"
+
+namespace ombrix::purchase {
+
+/// The interface table of `GRN`.
+const Interface& grn_interface();
+
+}  // namespace ombrix::purchase

@@ -1,0 +1,72 @@
+#include "ombrix/purchase/grn.h"
+
+#include "frame/number.h"
+#include "stock/stock_in.h"
+
+namespace ombrix::purchase {
+
+using database::sql;
+using database::text;
+using detail::Held;
+
+namespace {
+
+Value amount_less_overall_discount(Recordset& line) {
+  return sum(line("GRN_Item_Amount"), -head_of(line("PO_Overall_Disc")));
+}
+
+Value net_unit_price(Recordset& line) {
+  const double overall =
+      quotient(line("PO_Overall_Disc").value().to_number(), line("grn_qty").value().to_number());
+  return sum(line("GRN_Unit_Price"),
+             -head_of(line("GRN_Item_Disc_Amount")) - head_number(general_text(overall)));
+}
+
+}  // namespace
+
+bool GRN::move_stock() {
+  const StockIn stock(*this, heading(),
+                      {.quantity = "grn_qty",
+                       .log_series = Held::of(PurchaseLogPrefix),
+                       .movement_series = Held::of(StockMovementPrefix),
+                       .net_amount = amount_less_overall_discount,
+                       // The average takes the line before the order's overall discount.
+                       .cost = [](Recordset& line) { return head_of(line("GRN_Item_Amount")); },
+                       .unit_price = net_unit_price,
+                       .ordered = true});
+  const auto members = [&](Recordset& line) {
+    StockIn::Members set{{"CompanyPrefix", CompanyPrefix()},
+                         {"BranchPrefix", BranchPrefix()},
+                         {"ItemCode", line("Item_Code")},
+                         {"ItemName", line("Item_Name")},
+                         {"LocationCode", line("location_ID")}};
+    // A line without a location's name keeps that of the line before.
+    const Value location = line("Location_Name");
+    if (!location.is_null()) set.emplace_back("LocationName", location);
+    set.insert(set.end(), {{"LastUpdate", LastUpdate()},
+                           {"LocationQty", line("grn_qty").value().to_number()},
+                           {"UnitName", line("Unit_Name")}});
+    return set;
+  };
+  return stock.locate(
+             sql({"Select B.GRN_NO, B.Location_ID, B.Location_Name,C.Base_Qty, B.Item_Code,"
+                  " B.Item_Name, B.Unit_Qty, C.Item_Type, B.GRN_Qty, b.Unit_Name from "
+                  "Goods_Receive_Detail B,Item_Master C Where B.Item_Code=C.Item_Code"
+                  " and B.GRN_NO=",
+                  text(GRNNo())}),
+             members) &&
+         stock.move(sql({"Select A.* , B.Base_Qty as BaseQty ,B.Item_Type"
+                         " from Goods_Receive_Detail A, Item_Master B"
+                         " Where A.Item_Code = B.Item_Code and GRN_No=",
+                         text(GRNNo())})) &&
+         stock.cost(sql({"Select A.* , B.Base_Qty as BaseQty, B.Item_Type as Item_type"
+                         " from Goods_Receive_Detail A, Item_Master B"
+                         " Where A.Item_Code = B.Item_Code and GRN_No=",
+                         text(GRNNo()), " Order By Sl_No"})) &&
+         stock.log(sql({"Select A.* , B.Base_Qty as BaseQty"
+                        " from Goods_Receive_Detail A, Item_Master B"
+                        " Where A.Item_Code = B.Item_Code and GRN_No=",
+                        text(GRNNo())}));
+}
+
+}  // namespace ombrix::purchase

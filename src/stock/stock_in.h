@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ombrix/purchase/posted_document.h"
+
+#include "frame/database/statement.h"
+
+namespace ombrix::purchase {
+
+/// The steps by which the lines of a document enter the stock: location, movement, cost, log. Each
+/// walks the lines that its statement selects, answers false with its reason at the first that
+/// fails, and leaves what was done before.
+///
+/// The lines come joined with their items, so that a line without an item enters nothing.
+class PostedDocument::StockIn {
+ public:
+  using Members = std::vector<std::pair<std::string_view, Value>>;
+
+  /// How a document differs.
+  struct Terms {
+    std::string_view quantity;  ///< the column of the quantity, in line units
+    const std::string& log_series;
+    const std::string& movement_series;
+    /// What the line adds in home currency, as the movement and the log have it.
+    std::function<Value(Recordset& line)> net_amount;
+    /// What it adds to the cost of the item.
+    std::function<double(Recordset& line)> cost;
+    std::function<Value(Recordset& line)> unit_price;
+    /// The goods were ordered: `Purchase_Order_Qty` falls, and the `Last_Update` of item and vendor
+    /// price is written.
+    bool ordered;
+  };
+
+  StockIn(PostedDocument& document, const Heading& heading, Terms terms)
+      : document_(document), heading_(heading), terms_(std::move(terms)) {}
+
+  /// Raises the quantity at the location of each stocked line. `members` answers what the component
+  /// is set to for a line.
+  bool locate(const database::Statement& lines,
+              const std::function<Members(Recordset& line)>& members) const;
+  /// One entry of the stock journal for each stocked line.
+  bool move(const database::Statement& lines) const;
+  /// Quantity, amount and average cost of each stocked item, and the vendor's last price.
+  bool cost(const database::Statement& lines) const;
+  /// One purchase layer for each line.
+  bool log(const database::Statement& lines) const;
+
+ private:
+  double base_quantity(Recordset& line) const;
+  void cost_item(const std::string& item_code, double quantity, double amount) const;
+  void price_of_vendor(const std::string& item_code, double quantity, double amount) const;
+
+  PostedDocument& document_;
+  Heading heading_;
+  Terms terms_;
+};
+
+}  // namespace ombrix::purchase
