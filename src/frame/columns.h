@@ -196,6 +196,13 @@ template <auto P>
 struct Head : Reading<Head<P>> {
   static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
 };
+/// A Null reads as "".
+template <auto P>
+struct OrEmpty : Reading<OrEmpty<P>> {
+  static void take(auto& document, const Value& value) {
+    held<P>(document) = value.text_or_empty();
+  }
+};
 /// "Item" for an empty stored value, Null included.
 template <auto P>
 struct ItemIfEmpty : Reading<ItemIfEmpty<P>> {
@@ -233,6 +240,8 @@ template <auto P>
 inline constexpr UnlessNull<P> unless_null{};
 template <auto P>
 inline constexpr Head<P> head{};
+template <auto P>
+inline constexpr OrEmpty<P> or_empty{};
 template <auto P>
 inline constexpr ItemIfEmpty<P> item_if_empty{};
 
