@@ -104,6 +104,15 @@ struct CellUnlessBlank : Written<CellUnlessBlank<kCell>> {
     return Value(std::move(text));
   }
 };
+/// As it is; a blank cell leaves the column alone.
+template <std::int32_t kCell>
+struct CellTextUnlessBlank : Written<CellTextUnlessBlank<kCell>> {
+  static std::optional<Value> value(const auto& line) {
+    std::string text = line.text(kCell);
+    if (trim(text).empty()) return std::nullopt;
+    return Value(std::move(text));
+  }
+};
 /// The date that the cell tells; a blank cell leaves the column alone, any other text raises.
 template <std::int32_t kCell>
 struct CellDayUnlessBlank : Written<CellDayUnlessBlank<kCell>> {
@@ -175,6 +184,8 @@ template <std::int32_t kCell>
 inline constexpr CellPeriodType<kCell> cell_period_type{};
 template <std::int32_t kCell>
 inline constexpr CellUnlessBlank<kCell> cell_unless_blank{};
+template <std::int32_t kCell>
+inline constexpr CellTextUnlessBlank<kCell> cell_text_unless_blank{};
 template <std::int32_t kCell>
 inline constexpr CellDayUnlessBlank<kCell> cell_day_unless_blank{};
 template <std::int32_t kCell>

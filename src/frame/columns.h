@@ -124,6 +124,15 @@ struct Rounded : Written<Rounded<P>> {
   }
 };
 
+/// An empty text leaves the column alone.
+template <auto P>
+struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
+  static std::optional<Value> value(const auto& document) {
+    const std::string& text = held<P>(document);
+    if (text.empty()) return std::nullopt;
+    return Value(text);
+  }
+};
 /// A blank text leaves the column alone.
 template <auto P>
 struct SkipIfBlank : Written<SkipIfBlank<P>> {
@@ -187,6 +196,13 @@ template <auto P>
 struct Head : Reading<Head<P>> {
   static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
 };
+/// A Null reads as "".
+template <auto P>
+struct OrEmpty : Reading<OrEmpty<P>> {
+  static void take(auto& document, const Value& value) {
+    held<P>(document) = value.text_or_empty();
+  }
+};
 /// "Item" for an empty stored value, Null included.
 template <auto P>
 struct ItemIfEmpty : Reading<ItemIfEmpty<P>> {
@@ -205,6 +221,7 @@ inline constexpr NullIfBlank<P> null_if_blank{};
 template <auto P>
 inline constexpr Rounded<P> rounded{};
 template <auto P>
+inline constexpr SkipIfEmpty<P> skip_if_empty{};
 inline constexpr SkipIfBlank<P> skip_if_blank{};
 template <auto P>
 inline constexpr Trimmed<P> trimmed{};
@@ -223,6 +240,8 @@ template <auto P>
 inline constexpr UnlessNull<P> unless_null{};
 template <auto P>
 inline constexpr Head<P> head{};
+template <auto P>
+inline constexpr OrEmpty<P> or_empty{};
 template <auto P>
 inline constexpr ItemIfEmpty<P> item_if_empty{};
 

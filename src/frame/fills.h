@@ -70,6 +70,18 @@ void less_prefix(Line& line, std::int32_t cell, std::string_view field) {
   const std::string text = line.field(field).text_or_empty();
   if (!text.empty()) line.put(cell, without_first(text, kPrefix));
 }
+/// The unit's name, and the period type behind a "-" when there is one; a Null name raises.
+template <class Line>
+void unit_and_period(Line& line, std::int32_t cell, std::string_view field) {
+  const std::string unit = line.field(field).to_text();
+  const std::string period = line.field("Period_Type").text_or_empty();
+  line.put(cell, period.empty() ? unit : unit + "-" + period);
+}
+/// The same; without a name the cell is left.
+template <class Line>
+void named_unit(Line& line, std::int32_t cell, std::string_view field) {
+  if (!line.field(field).text_or_empty().empty()) unit_and_period(line, cell, field);
+}
 /// 1 or 0, and the flag as the mark of the cell.
 template <class Line>
 void marked_flag(Line& line, std::int32_t cell, std::string_view field) {

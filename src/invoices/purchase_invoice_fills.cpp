@@ -17,13 +17,6 @@ bool is_taxable(const SourceLine& line) {
   return line.field("TaxType").text_or_empty() == "Taxable";
 }
 
-/// The unit's name, and the period type behind a "-" when there is one; a Null name raises.
-void unit_and_period(SourceLine& line, std::int32_t cell, std::string_view field) {
-  const std::string unit = line.field(field).to_text();
-  const std::string period = line.field("Period_Type").text_or_empty();
-  line.put(cell, period.empty() ? unit : unit + "-" + period);
-}
-
 /// The foreign unit price before the discount on one unit. `field` is the quantity.
 void gross_price(SourceLine& line, std::int32_t cell, std::string_view field,
                  std::string_view discount) {
@@ -108,9 +101,6 @@ std::string of_kind(const SourceLine& line, std::string_view field) {
 void order_number(SourceLine& line, std::int32_t cell, std::string_view) {
   line.put(cell, line.document.PONo());
 }
-void order_unit(SourceLine& line, std::int32_t cell, std::string_view field) {
-  if (!line.field(field).text_or_empty().empty()) unit_and_period(line, cell, field);
-}
 void order_text(SourceLine& line, std::int32_t cell, std::string_view field) {
   as_text(line, cell, of_kind(line, field));
 }
@@ -143,7 +133,7 @@ constexpr Fill<SourceLine> kOrder[] = {
     {7, "Vendor_Item_Code", unless_empty},
     {8, "Item_Name", unless_empty},
     {9, "Unit_Code", unless_empty},
-    {10, "Unit_Name", order_unit},
+    {10, "Unit_Name", named_unit},
     {30, "FOC_Flag", marked_flag},
     {11, "Unit_Qty", unless_empty},
     {12, "_Qty", order_text},

@@ -1,10 +1,8 @@
-#include <array>
 #include <cmath>
 
 #include "ombrix/purchase/purchase_invoice.h"
 
 #include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
 #include "frame/number.h"
 #include "frame/text.h"
 #include "frame/trap.h"
@@ -158,51 +156,19 @@ bool PurchaseInvoice::post_discount() {
 
 bool PurchaseInvoice::post_payable() {
   std::string account;
-  if (!read_payable_account(account)) return false;
-  if (trim(account).empty()) return refused("Invalid Accounts Payable Account");
-  std::string description =
-      "Accounts Payable : Vendor Code - " + std::string(without_first(trim(VendorCode()), 2));
-  if (!enter_payable(account, description)) return false;
+  const Payable payable{.heading = heading(),
+                        .reference = VendorRefInvoiceNo(),
+                        .reference_date = VendorRefInvoiceDate(),
+                        .vendor = VendorCode(),
+                        .amount = PurchaseInvAmount(),
+                        .fc_amount = PurchaseInvFCAmount(),
+                        .of_branch = true};
+  if (!find_payable_account(payable, account) || !enter_payable(payable, account)) return false;
   // The total itself goes by reference, and comes back negated.
+  std::string description = payable_description();
   std::string side = "Credit";
   return Account_Posting(description, account, Held::of(PurchaseInvAmount),
                          Held::of(PurchaseInvFCAmount), side);
-}
-
-bool PurchaseInvoice::read_payable_account(std::string& account) {
-  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-  preferences.set(
-      {{"ConnectionString", connection().ConnectionString()}, {"BranchPrefix", BranchPrefix()}});
-  std::array<Value, 2> branch{CompanyPrefix(), BranchPrefix()};
-  if (!preferences.call("Get_Account_Preferences", branch)) return refused_by(preferences);
-  account = preferences.get("APAccountNo").text_or_empty();
-  return true;
-}
-
-bool PurchaseInvoice::enter_payable(const std::string& account, const std::string& description) {
-  auto payable = sibling("OmbrixAccounts.AccountsPayable");
-  payable.set({
-      {"AdoConnectionObject", Held::of(AdoConnectionObject)},
-      {"AccountNo", account},
-      {"APLDate", PurchaseInvDate()},
-      {"APLDescription", description},
-      {"APLCreditAmount", PurchaseInvAmount()},
-      {"FCAPLCreditAmount", PurchaseInvFCAmount()},
-      {"APLDebitAmount", 0.0},
-      {"FCAPLDebitAmount", 0.0},
-      {"DocumentNo", PurchaseInvNo()},
-      {"DocumentPrefix", DocumentPrefix()},
-      {"CurrencyCode", CurrencyCode()},
-      {"CurrencySymbol", CurrencySymbol()},
-      {"VendorCode", VendorCode()},
-      {"LastUpdate", LastUpdate()},
-      {"Refno", VendorRefInvoiceNo()},
-      {"RefDate", VendorRefInvoiceDate()},
-      {"APLComments", PurchaseInvComments()},
-      {"CompanyPrefix", CompanyPrefix()},
-      {"BranchPrefix", BranchPrefix()},
-  });
-  return payable.call("AP_Insert_Transaction") || refused_by(payable);
 }
 
 bool PurchaseInvoice::PI_Tax_Posting() {

@@ -163,8 +163,6 @@ class PurchaseInvoice final : public PostedDocument {
   bool post_variance(Recordset& line);
   bool post_discount();
   bool post_payable();
-  bool read_payable_account(std::string& account);
-  bool enter_payable(const std::string& account, const std::string& description);
   Heading heading() const { return {PurchaseInvNo(), PurchaseInvDate(), PurchaseInvComments()}; }
 
   /// Of the branch, as last read.

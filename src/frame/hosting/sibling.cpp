@@ -43,11 +43,14 @@ Value Sibling::get(std::string_view member) {
   return value;
 }
 
+Value Sibling::ask(std::string_view method, std::span<Value> arguments) {
+  Value answer;
+  watched(Call::Kind::invoke, method, [&] { answer = object_->call(method, arguments); });
+  return answer;
+}
+
 bool Sibling::call(std::string_view method, std::span<Value> arguments) {
-  bool answer = false;
-  const bool made = watched(Call::Kind::invoke, method,
-                            [&] { answer = object_->call(method, arguments).to_flag(); });
-  return made && answer;
+  return ask(method, arguments).to_flag();
 }
 
 }  // namespace ombrix

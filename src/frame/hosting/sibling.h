@@ -24,6 +24,8 @@ class Sibling {
   void set(std::initializer_list<std::pair<std::string_view, Value>> members);
   Value get(std::string_view member);
   /// An argument that the component changed holds the new value afterwards.
+  Value ask(std::string_view method, std::span<Value> arguments = {});
+  /// The same, for a method that answers True or False.
   bool call(std::string_view method, std::span<Value> arguments = {});
 
  private:
