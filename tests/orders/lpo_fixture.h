@@ -1,7 +1,6 @@
 #pragma once
 
 #include <initializer_list>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,17 +8,14 @@
 #include <vector>
 
 #include "ombrix/components.h"
-#include "ombrix/grid.h"
 #include "ombrix/purchase/lpo.h"
 
 #include "frame/hosting/hosted.h"
 #include "orders/lpo_interface.h"
 #include "support/books.h"
+#include "support/lines.h"
 
 namespace ombrix::testing {
-
-/// A grid row, its cells by column.
-using Cells = std::map<std::int32_t, std::string>;
 
 /// A line that is accepted, with cells of the test's own.
 inline Cells line(const Cells& own = {}) {
@@ -27,24 +23,6 @@ inline Cells line(const Cells& own = {}) {
   cells.merge(Cells{
       {1, "1001"}, {3, "Paper"}, {4, "Box"}, {6, "12"}, {7, "10"}, {12, "35"}, {15, "AABR001100"}});
   return cells;
-}
-
-constexpr std::int32_t kColumns = 21;
-
-inline std::shared_ptr<MemoryGrid> grid_of(std::initializer_list<Cells> lines) {
-  auto grid = std::make_shared<MemoryGrid>(static_cast<std::int32_t>(lines.size()) + 1, kColumns);
-  std::int32_t row = 0;
-  for (const Cells& cells : lines) {
-    ++row;
-    for (const auto& [column, text] : cells) grid->TextMatrix(row, column, text);
-  }
-  return grid;
-}
-
-/// "none" stands for no value at all, which is not a Null.
-inline std::string shown(const Value& value) {
-  if (value.is_empty()) return "none";
-  return value.is_null() ? "Null" : value.to_text();
 }
 
 inline void given_series(const Books& books, int next = 1, int next_temporary = 1) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -75,5 +76,12 @@ class DriverSession {
 enum class Missing : bool { refuse, create };
 
 std::unique_ptr<DriverSession> open_driver_session(const ConnectionText& text, Missing missing);
+
+/// What stands between the library and a session that was just opened, such as a recorder.
+using DriverFilter =
+    std::function<std::unique_ptr<DriverSession>(std::unique_ptr<DriverSession> session)>;
+/// For every session that is opened from now on; an empty one removes it. For measuring: nobody
+/// else may open a session meanwhile.
+void set_driver_filter(DriverFilter filter);
 
 }  // namespace ombrix::database

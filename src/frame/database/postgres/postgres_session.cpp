@@ -16,7 +16,10 @@ namespace {
 /// One connection of the client library, shared with the statements prepared on it.
 class Server {
  public:
-  explicit Server(PGconn* connection) : connection_(connection) {}
+  explicit Server(PGconn* connection) : connection_(connection) {
+    // What the server says unasked would go to standard error, which is the client's.
+    PQsetNoticeReceiver(connection_, &Server::hear, this);
+  }
   ~Server() { PQfinish(connection_); }
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
@@ -35,9 +38,25 @@ class Server {
   PostgresResult execute(const char* text) const { return checked(PQexec(connection_, text)); }
   std::string next_name() { return "ombrix_" + std::to_string(++statements_); }
 
+  /// Notices an end that the server has already sent, without asking it.
+  bool alive() const {
+    if (PQconsumeInput(connection_) != 1) return false;
+    PQisBusy(connection_);  // hears what came in
+    return PQstatus(connection_) == CONNECTION_OK && !took_leave_;
+  }
+
  private:
+  /// The server's farewell comes before the end of the session does.
+  static void hear(void* self, const PGresult* notice) {
+    const char* severity = PQresultErrorField(notice, PG_DIAG_SEVERITY_NONLOCALIZED);
+    if (severity == nullptr) return;
+    const std::string_view word = severity;
+    if (word == "FATAL" || word == "PANIC") static_cast<Server*>(self)->took_leave_ = true;
+  }
+
   PGconn* connection_;
   std::uint64_t statements_ = 0;
+  bool took_leave_ = false;
 };
 
 /// Parameters as the wire takes them: texts, exact for every number.
@@ -164,9 +183,6 @@ std::shared_ptr<Server> connect(const ConnectionText& text) {
   if (PQstatus(server->get()) != CONNECTION_OK) {
     raise_not_connected(server->get(), text["password"]);
   }
-  // What the server says unasked would go to standard error, which is the client's.
-  PQsetNoticeProcessor(
-      server->get(), [](void*, const char*) {}, nullptr);
   return server;
 }
 
@@ -231,12 +247,7 @@ class PostgresSession final : public DriverSession {
     const PGTransactionStatusType status = PQtransactionStatus(server_->get());
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
   }
-  bool alive() const override {
-    // Notices an end that the server has already sent, without asking it: its farewell comes with
-    // one look, the end itself with the next.
-    return PQstatus(server_->get()) == CONNECTION_OK && PQconsumeInput(server_->get()) == 1 &&
-           PQconsumeInput(server_->get()) == 1 && PQstatus(server_->get()) == CONNECTION_OK;
-  }
+  bool alive() const override { return server_->alive(); }
 
  private:
   ConnectionText text_;

@@ -1,0 +1,100 @@
+/// What a document costs: the library against the bare client library of each database.
+///
+///     ombrix_bench [--quick] [SCENARIO...]
+///
+/// `--quick` measures fewer rounds and leaves the large books out.
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "databases.h"
+#include "report.h"
+#include "scenario.h"
+#include "scenarios/order.h"
+#include "trial.h"
+
+namespace ombrix::bench {
+
+namespace {
+
+constexpr int kFewLines = 10;
+constexpr int kManyLines = 1000;
+constexpr int kFewStanding = 1000;
+constexpr int kManyStanding = 200000;
+
+struct Options {
+  bool quick = false;
+  std::vector<std::string> wanted;
+
+  bool wants(const Scenario& scenario) const {
+    return wanted.empty() || std::find(wanted.begin(), wanted.end(), scenario.name) != wanted.end();
+  }
+};
+
+void measure(const Scenario& scenario, Databases& databases, const Options& options,
+             bool tells_statements) {
+  const int rounds = options.quick ? 5 : 21;
+  Trial few(databases, {&scenario, kFewLines, kFewStanding, rounds, 20, true});
+  Trial many(databases, {&scenario, kManyLines, kFewStanding, rounds, 1, true});
+  std::unique_ptr<Trial> grown;
+  if (!options.quick) {
+    grown = std::make_unique<Trial>(databases,
+                                    Plan{&scenario, kFewLines, kManyStanding, rounds, 20, false});
+  }
+  for (int round = 0; round <= rounds; ++round) {
+    few.run_round();
+    if (grown) grown->run_round();
+    many.run_round();
+  }
+  few.require_equal_rows();
+  many.require_equal_rows();
+  if (tells_statements) print_statements(few, many);
+  std::printf("  on %s\n    create and process   library       replay   ratio\n",
+              std::string(databases.name()).c_str());
+  print_against_replay(few, databases.most());
+  print_against_replay(many, databases.most());
+  print_cost_per_line(few, many);
+  if (grown) print_growth(few, *grown);
+  print_set_up(few);
+  std::fflush(stdout);
+}
+
+}  // namespace
+
+std::span<const Scenario> scenarios() {
+  static const Scenario kAll[] = {kOrder};
+  return kAll;
+}
+
+}  // namespace ombrix::bench
+
+int main(int count, char** words) {
+  using namespace ombrix::bench;
+  Options options;
+  for (int word = 1; word < count; ++word) {
+    const std::string given = words[word];
+    if (given == "--quick") {
+      options.quick = true;
+    } else {
+      options.wanted.push_back(given);
+    }
+  }
+  std::printf("Medians; a ratio is the median of the rounds' ratios.\n");
+  try {
+    const auto databases = all_databases();
+    for (const Scenario& scenario : scenarios()) {
+      if (!options.wants(scenario)) continue;
+      std::printf("\n%s\n", std::string(scenario.name).c_str());
+      // Each database is asked the same.
+      for (const auto& each : databases) measure(scenario, *each, options, each == databases[0]);
+    }
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "bench: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
