@@ -40,7 +40,7 @@ std::shared_ptr<ombrix::Grid> cheese(const Purchase& bought) {
 
 void buy(const Books& books, const Purchase& bought) {
   CashPurchase purchase;
-  prepare(purchase, books, "CP");
+  prepare(purchase, books, "CPN");
   purchase.AmtDig = "2";
   purchase.CashPurInvDate = ombrix::Date::now().midnight();
   purchase.VendorCode = "AAV003";
@@ -78,6 +78,7 @@ void buy_for_cash(const Books& books) {
         Purchase{"Credit Card", "Wheel", 8, 1, 94}}) {
     buy(books, bought);
   }
+  std::cout << '\n';
   report(books, "The purchases",
          "Select Cash_Pur_Inv_No, Payment_Type, Status, Cash_Pur_Inv__SubTotal From"
          " Cash_Purchase_Master Order By Cash_Pur_Inv_Identity",

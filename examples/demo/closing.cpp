@@ -23,6 +23,7 @@ void change_code(const Books& books) {
   vendor.LastUpdate = ombrix::Date::now();
   run("Change_Vendor_Code", "AAV001 is AAV100 from now on", vendor, books,
       [&] { return vendor.Change_Vendor_Code(); });
+  std::cout << '\n';
   report(books, "Where the vendor stands under the new code, and rows left under the old one",
          "Select 'LPO_Master' As Place, Sum(Case When Vendor_Code='AAV100' Then 1 Else 0 End) As"
          " Renamed, Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) As Old From LPO_Master"
@@ -53,7 +54,7 @@ void print_trial_balance(const Books& books) {
       books, ombrix::StaticUnlocked);
   const double debit = in_cents(sums("Debit").value().to_number());
   const double credit = in_cents(sums("Credit").value().to_number());
-  std::cout << "\nDebits " << money(debit) << ", credits " << money(credit) << ", difference "
+  std::cout << "Debits " << money(debit) << ", credits " << money(credit) << ", difference "
             << money(in_cents(debit - credit)) << '\n';
 }
 

@@ -62,13 +62,13 @@ OpenBooks books_of(const Arguments& arguments) {
   if (arguments.postgres) {
     const char* server = std::getenv("OMBRIX_POSTGRES");
     if (server == nullptr) throw BadInput("OMBRIX_POSTGRES names no server");
-    std::cout << "PostgreSQL\n";
+    std::cout << "PostgreSQL\n\n";
     return open_books_on(server, company);
   }
   const bool own = arguments.database.empty();
   if (own) clear_books(kDatabase);
   const std::string database = own ? kDatabase : arguments.database;
-  std::cout << shown(database) << '\n';
+  std::cout << shown(database) << "\n\n";
   return open_books(database, company);
 }
 

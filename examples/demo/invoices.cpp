@@ -12,7 +12,7 @@ using ombrix::purchase::PurchaseInvoice;
 using As = Shown::As;
 
 void describe(PurchaseInvoice& invoice, const Books& books, const std::string& reference) {
-  prepare(invoice, books, "PI");
+  prepare(invoice, books, "PIN");
   invoice.AmtDig = 2;
   invoice.PurchaseInvDate = ombrix::Date::now().midnight();
   invoice.VendorCode = "AAV001";
@@ -112,9 +112,10 @@ void bill_goods(const Books& books) {
   print_chapter("Invoices: the deliveries, the coffee dearer, the hamper not yet; then an order");
   bill_deliveries(books);
   bill_order(books);
+  std::cout << '\n';
   report(books, "What the invoices posted",
          "Select Document_No, Account_No, GL_Description, GL_Debit_Amount, GL_Credit_Amount"
-         " From General_Ledger Where Document_Prefix='PI' Order By Row_Id",
+         " From General_Ledger Where Document_Prefix='PIN' Order By Row_Id",
          {{"Document", "Document_No"},
           {"Account", "Account_No"},
           {"Text", "GL_Description", As::text, 34},

@@ -124,6 +124,7 @@ std::vector<std::string> receive_goods(const Books& books, const std::string& or
   rest.CurrencySymbol = "GBP";
   rest.ExchangeRate = 1.17;
   numbers.push_back(receive(books, rest, "at 1.17 euro the pound"));
+  std::cout << '\n';
   print_books(books);
   return numbers;
 }

@@ -7,12 +7,12 @@
 namespace demo {
 
 void print_chapter(const std::string& title) {
-  std::cout << "\n=== " << title << "\n\n";
+  std::cout << "=== " << title << "\n\n";
 }
 
 void report(const Books& books, const std::string& title, const std::string& select,
             const std::vector<Shown>& columns) {
-  std::cout << '\n' << title << "\n\n";
+  std::cout << title << "\n\n";
   std::vector<Table::Column> headings;
   for (const Shown& shown : columns) {
     const bool money = shown.as == Shown::As::money;

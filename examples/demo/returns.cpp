@@ -38,7 +38,7 @@ void print_books(const Books& books) {
           {"Quantity", "Location_Qty"}});
   report(books, "What the return and its memo posted",
          "Select Document_No, Account_No, GL_Description, GL_Debit_Amount, GL_Credit_Amount"
-         " From General_Ledger Where Document_Prefix In ('PR', 'DRM') Order By Row_Id",
+         " From General_Ledger Where Document_Prefix In ('PRN', 'DRM') Order By Row_Id",
          {{"Document", "Document_No"},
           {"Account", "Account_No"},
           {"Text", "GL_Description", As::text, 34},
@@ -58,7 +58,7 @@ void print_books(const Books& books) {
 void return_goods(const Books& books, const std::string& receipt) {
   print_chapter("Return: three damp bags of flour go back");
   PurchaseReturn damp;
-  prepare(damp, books, "PR");
+  prepare(damp, books, "PRN");
   damp.PurchaseRtnDate = ombrix::Date::now().midnight();
   damp.VendorCode = "AAV001";
   damp.VendorName = "Harbour Foods";
@@ -80,6 +80,7 @@ void return_goods(const Books& books, const std::string& receipt) {
       [&] { return damp.Process_Return(); });
   run("UpdateReturnSource", "the receipt knows of it", damp, books,
       [&] { return damp.UpdateReturnSource(); });
+  std::cout << '\n';
   print_books(books);
 }
 

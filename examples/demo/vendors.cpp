@@ -26,7 +26,7 @@ void open_balance(const Books& books) {
   balance.AdoConnectionObject = books;
   balance.CompanyPrefix = "AA";
   balance.BranchPrefix = "01";
-  balance.DocumentPrefix = "OB";
+  balance.DocumentPrefix = "OBN";
   balance.LastUpdate = ombrix::Date::now();
   balance.VendorCode = "AAV010";
   balance.VendorName = "Polder Greens";
@@ -49,6 +49,7 @@ void keep_vendors(const Books& books) {
     vendor.VendorCode = code;
     vendor.VendorName = name;
     vendor.VendorCity = city;
+    vendor.VendorCountry = "Netherlands";
     vendor.CompanyPrefix = "AA";
     vendor.VendorCurrencyCode = "EUR";
     vendor.CurrencyCode = "EUR";
@@ -61,6 +62,7 @@ void keep_vendors(const Books& books) {
     std::cout << "  Create_Vendor once more answers False: " << vendor.ErrDesc() << '\n';
   }
   open_balance(books);
+  std::cout << '\n';
   report(books, "What became of the opening balance",
          "Select Vendor_Code, Ref_No, Balance_Amount, OB_Inv_No From Vendor_OB Order By SL_No",
          {{"Vendor", "Vendor_Code"},
