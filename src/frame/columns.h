@@ -222,6 +222,7 @@ template <auto P>
 inline constexpr Rounded<P> rounded{};
 template <auto P>
 inline constexpr SkipIfEmpty<P> skip_if_empty{};
+template <auto P>
 inline constexpr SkipIfBlank<P> skip_if_blank{};
 template <auto P>
 inline constexpr Trimmed<P> trimmed{};
