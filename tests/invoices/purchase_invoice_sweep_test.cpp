@@ -37,6 +37,11 @@ void given_invoices(const Books& books) {
       << invoice->ErrDesc();
 }
 
+/// A posting is not repeatable: a second call posts again what stands already.
+Subject posting(const Invoice& invoice, const std::function<bool()>& method) {
+  return {method, [invoice] { return invoice->ErrDesc(); }, method};
+}
+
 /// Reading the accounts tells the failure's number too.
 void numbered(const Cut& cut, Outcome& expected) {
   if (cut.concerns("Select Pur_Accrual_Account_No")) {
@@ -125,7 +130,7 @@ TEST_P(PurchaseInvoiceSweepTest, Account_Posting) {
   auto sweep = on_saved("Account_Posting", nullptr);
   sweep.subject = [](const Books& books, const ProcessingRun& run) {
     const auto invoice = invoice_on(books, run);
-    return at_work(invoice, [invoice] {
+    return posting(invoice, [invoice] {
       std::string description = "text", account = "TAX A", side = "Credit";
       double home = 10, foreign = 4;
       return invoice->Account_Posting(description, account, home, foreign, side);
@@ -150,7 +155,7 @@ TEST_P(PurchaseInvoiceSweepTest, PI_Tax_Posting) {
   auto sweep = on_saved("PI_Tax_Posting", nullptr);
   sweep.subject = [](const Books& books, const ProcessingRun& run) {
     const auto invoice = invoice_on(books, run);
-    return at_work(invoice, [invoice] {
+    return posting(invoice, [invoice] {
       invoice->TaxAmount = 100;
       return invoice->PI_Tax_Posting();
     });
@@ -165,7 +170,10 @@ TEST_P(PurchaseInvoiceSweepTest, Process_Invoice) {
     sweep.differs = numbered;
     sweep.given = [type](const Books& books) {
       given_invoices(books);
-      books.execute("Update Purchase_Invoice_Master Set Invoice_Type='" + std::string(type) + "'");
+      if (type == "GRN") return;
+      // Only the mark on the order differs: one line will do.
+      books.execute("Update Purchase_Invoice_Master Set Invoice_Type='LPO'");
+      books.execute("Delete From Purchase_Invoice_Detail Where SL_No=2");
     };
     sweep.subject = [type](const Books& books, const ProcessingRun& run) {
       const auto invoice = invoice_on(books, run);
