@@ -14,23 +14,11 @@ constexpr Column<Return> kKey[] = {
     {"Branch_Prefix", always<&Return::BranchPrefix>},
 };
 
-struct VendorName : Written<VendorName> {
-  static std::optional<Value> value(const Return& document) {
-    if (document.VendorName().empty()) return std::nullopt;
-    return Value(document.VendorName());
-  }
-};
-struct Rate : Written<Rate> {
-  static Value value(const Return& document) {
-    return document.ForeignCurrencyFlag() ? Value(document.ExchangeRate()) : Value(1);
-  }
-};
-
 constexpr Column<Return> kMaster[] = {
     {"Document_Prefix", always<&Return::DocumentPrefix>},
     {"Purchase_Rtn_Date", always<&Return::PurchaseRtnDate>},
     {"Vendor_Code", always<&Return::VendorCode>},
-    {"Vendor_name", VendorName()},
+    {"Vendor_name", skip_if_empty<&Return::VendorName>},
     {"Purchase_Rtn_Ref_No", null_if_empty<&Return::PurchaseRtnRefNo>},
     {"Purchase_Rtn_Comments", null_if_empty<&Return::PurchaseRtnComments>},
     {"Purchase_ref_Doc", always<&Return::Ref_Doc_Type>},
@@ -48,7 +36,7 @@ constexpr Column<Return> kMaster[] = {
     {"TaxDescription", always<&Return::TaxDescription>},
     {"PR_TaxRate", always<&Return::TaxPercent>},
     {"PR_TaxAmount", always<&Return::TaxAmount>},
-    {"Exchange_Rate", Rate()},
+    {"Exchange_Rate", rate_or_one},
     {"Last_Update", always<&Return::LastUpdate>},
 };
 

@@ -179,6 +179,28 @@ TEST_P(DebitMemoTest, a_series_by_hand_asks_the_user) {
   EXPECT_EQ(counter("DRM"), "13 | 1");
 }
 
+TEST_P(DebitMemoTest, statements_and_their_roads_are_these) {
+  ASSERT_TRUE(document.Create_Purchase_Rtn());
+  books.execute("Update Document_Prefix Set Manual_Flag=-1 Where Document_Prefix='DRM'");
+  user->answer = "12";
+  const std::string line = "(1,3,-1) Select * from Voucher_Detail ";
+  const auto preference = [](const std::string& account) {
+    return "text (3,3,-1) Select " + account +
+           " from Default_Purchase_Preferences Where Company_Prefix='AA' and Branch_Prefix='BR'";
+  };
+  const std::string name =
+      "text (3,3,-1) Select Account_Name from Chart_Of_Accounts Where Account_No=";
+  EXPECT_EQ(statements([&] { return memo(); }),
+            (std::vector<std::string>{
+                "(1,3,-1) Select Document_Next_No, Manual_Flag,Last_Update From Document_Prefix"
+                " Where Document_Prefix='DRM' and Company_Prefix='AA' and Branch_Prefix='BR'",
+                "(3,3,-1) Select * from Voucher_Master Where Voucher_No='AABRDRM12'",
+                "(3,3,-1) Select * from Purchase_Return_Master Where Purchase_Rtn_No='AABRPRTMP1'",
+                "(3,3,-1) Select * from Voucher_Master", line, preference("Pur_Accrual_Account_No"),
+                name + "'ACCRUAL'", line, preference("Purchase_Disc_Account_No"),
+                name + "'DISCOUNT'", line}));
+}
+
 TEST_P(DebitMemoTest, what_is_missing_ends_the_memo_behind_the_lines_before_it) {
   const std::string preferences = "Update Default_Purchase_Preferences Set ";
   struct {

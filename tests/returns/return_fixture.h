@@ -154,6 +154,29 @@ class ReturnFixture : public OnEachDatabase {
                 "Document_Prefix Where Document_Prefix='" + series + "'");
   }
 
+  /// The statements of the class's own, "text (cursor,lock,options) statement", without those that
+  /// siblings make while they are asked.
+  template <class Body>
+  std::vector<std::string> statements(Body body) const {
+    std::vector<std::string> made;
+    int asked = 0;
+    books.connection()->inject([&](const Call& call) {
+      if (call.kind == Call::Kind::invoke) ++asked;
+      return Fault();
+    });
+    books.connection()->observe([&](const Call& call) {
+      if (call.kind == Call::Kind::invoke) --asked;
+      if (asked > 0 || (call.kind != Call::Kind::open && call.kind != Call::Kind::execute)) return;
+      made.push_back((call.road == Call::Road::text ? "text (" : "(") +
+                     std::to_string(call.cursor) + "," + std::to_string(call.lock) + "," +
+                     std::to_string(call.options) + ") " + call.text);
+    });
+    EXPECT_TRUE(body()) << document.ErrDesc();
+    books.connection()->inject({});
+    books.connection()->observe({});
+    return made;
+  }
+
   std::shared_ptr<Hosted> object = std::make_shared<Hosted>(purchase::purchase_return_interface());
   Object& late = *object;
   purchase::PurchaseReturn& document = object->held();

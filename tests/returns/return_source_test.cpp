@@ -7,17 +7,15 @@ namespace {
 class ReturnSourceTest : public ReturnFixture {
  protected:
   /// The processed document 5 and the unprocessed 6, with two lines of AA1001 and one of AA2002.
-  void given_source(const std::string& name, const std::string& key, const std::string& flag) {
+  void given_source(const std::string& name, const std::string& key, const std::string& identity,
+                    const std::string& flag) {
     for (const std::string number : {"5", "6"}) {
-      const std::string identity = name == "Goods_Receive"   ? "GRN_Identity"
-                                   : name == "Cash_Purchase" ? "Cash_Pur_Inv_Identity"
-                                                             : "Purchase_Inv_Identity";
       books.execute("Insert Into " + name + "_Master (" + key + ", " + identity + ", " + flag +
                     ") Values ('S" + number + "', " + number + ", " + (number == "5" ? "1" : "0") +
                     ")");
-      for (const std::string line : {"1', 'AA1001", "2', 'AA1001", "3', 'AA2002"}) {
+      for (const std::string line : {"1, 'AA1001'", "2, 'AA1001'", "3, 'AA2002'"}) {
         books.execute("Insert Into " + name + "_Detail (" + key + ", SL_No, Item_Code) Values ('S" +
-                      number + "', '" + line + "')");
+                      number + "', " + line + ")");
       }
     }
   }
@@ -29,14 +27,15 @@ OMBRIX_ON_EACH_DATABASE(ReturnSourceTest);
 
 TEST_P(ReturnSourceTest, the_first_line_of_the_item_takes_the_base_units_of_each_kind) {
   struct {
-    std::string kind, name, key, flag;
-  } const kinds[] = {{"INV", "Purchase_Invoice", "Purchase_Inv_No", "processed_flag"},
-                     {"REC", "Goods_Receive", "GRN_No", "processed_flag"},
-                     {"CAP", "Cash_Purchase", "Cash_Pur_Inv_No", "process_flag"}};
+    std::string kind, name, key, identity, flag;
+  } const kinds[] = {
+      {"INV", "Purchase_Invoice", "Purchase_Inv_No", "Purchase_Inv_Identity", "processed_flag"},
+      {"REC", "Goods_Receive", "GRN_No", "GRN_Identity", "processed_flag"},
+      {"CAP", "Cash_Purchase", "Cash_Pur_Inv_No", "Cash_Pur_Inv_Identity", "process_flag"}};
   const std::string none = "\nNull | Null\nNull | Null";
   for (const auto& each : kinds) {
     SCOPED_TRACE(each.kind);
-    given_source(each.name, each.key, each.flag);
+    given_source(each.name, each.key, each.identity, each.flag);
     document.Ref_Doc_Type = each.kind;
     ASSERT_TRUE(create({returned({{7, "12"}, {8, "3"}})}));
     document.Refno = "6";  // not processed
@@ -47,7 +46,15 @@ TEST_P(ReturnSourceTest, the_first_line_of_the_item_takes_the_base_units_of_each
               "36 | 2024-03-05 00:00:00\nNull | Null\nNull | Null\nNull | Null" + none);
     ASSERT_TRUE(create(
         {returned({{7, "12"}, {8, "1"}}), returned({{7, "1"}, {8, "2"}}), returned({{2, "404"}})}));
-    EXPECT_TRUE(document.UpdateReturnSource());
+    const std::string line = "(3,3,-1) Select * from " + each.name + "_Detail Where " + each.key +
+                             "='S5' And Item_Code='";
+    EXPECT_EQ(statements([&] { return document.UpdateReturnSource(); }),
+              (std::vector<std::string>{
+                  "(1,3,-1) Select " + each.key + " from " + each.name + "_Master Where " +
+                      each.identity + "=5 and " + each.flag,
+                  "(1,3,-1) Select * from Purchase_Return_Detail Where Purchase_Rtn_No='" +
+                      document.PurchaseRtnNo() + "'",
+                  line + "AA1001'", line + "AA1001'", line + "AA404'"}));
     EXPECT_EQ(marks(each.name, each.key).substr(0, 2), "50");
     books.execute("Delete From Purchase_Return_Detail");
   }

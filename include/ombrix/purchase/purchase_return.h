@@ -61,7 +61,7 @@ class PurchaseReturn final : public PostedDocument {
   Number PurchaseRtnFCDiscAmount;
   /// Held; no method reads it.
   Number PurchaseRtnOverDiscAmount;
-  Reference<Grid> PurRetGridName;
+  Property<std::shared_ptr<Grid>> PurRetGridName;
   /// The series of the stock journal.
   Text StockMovementPrefix;
 
