@@ -4,8 +4,8 @@
 
 namespace ombrix::components {
 
+using database::any_text;
 using database::sql;
-using database::text;
 using detail::Held;
 
 bool AccountPreferences::Get_Account_Preferences(std::string& company, std::string& branch) {
@@ -14,7 +14,7 @@ bool AccountPreferences::Get_Account_Preferences(std::string& company, std::stri
   auto preferences = database::open_fresh_recordset(
       sql({"Select AP_Account_No, Adv_Pmt_Account_No From Default_Account_Preferences"
            " Where Company_Prefix=",
-           text(company), " and Branch_Prefix=", text(branch)}),
+           any_text(company), " and Branch_Prefix=", any_text(branch)}),
       ConnectionString(), nullptr, Static);
   if (preferences.RecordCount() == 0) {
     Held::of(ErrDesc) =

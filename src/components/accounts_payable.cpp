@@ -1,16 +1,14 @@
 #include "components/accounts_payable.h"
 
 #include <map>
-#include <utility>
 
-#include "components/chart_of_accounts.h"
 #include "frame/columns.h"
 
 namespace ombrix::components {
 
+using database::any_text;
 using database::number;
 using database::sql;
-using database::text;
 
 namespace {
 
@@ -23,7 +21,7 @@ struct ReferenceDate : Written<ReferenceDate> {
   }
 };
 
-constexpr Column<const AP> kEntry[] = {
+constexpr Column<AP> kEntry[] = {
     {"Company_Prefix", always<&AP::CompanyPrefix>},
     {"Branch_Prefix", always<&AP::BranchPrefix>},
     {"Document_Prefix", always<&AP::DocumentPrefix>},
@@ -45,21 +43,6 @@ constexpr Column<const AP> kEntry[] = {
     {"Ref_Date", ReferenceDate()},
 };
 
-/// What is owed more, in home and in foreign currency.
-struct Owed {
-  double home = 0;
-  double foreign = 0;
-};
-
-/// In one step, as others may move the same balance. False when the vendor is not known.
-bool move_balance(const std::string& vendor, const Owed& owed, const Connection& connection) {
-  return database::execute(
-             sql({"Update Vendor_Master Set Vendor_Balance = Coalesce(Vendor_Balance, 0) + ",
-                  number(owed.home), ", Vendor_Fc_Balance = Coalesce(Vendor_Fc_Balance, 0) + ",
-                  number(owed.foreign), " Where Vendor_Code=", text(vendor)}),
-             connection) > 0;
-}
-
 double amount(Recordset& entries, std::string_view column) {
   const Value value = entries.read(column);
   return value.is_null() ? 0 : value.to_number();
@@ -67,52 +50,54 @@ double amount(Recordset& entries, std::string_view column) {
 
 }  // namespace
 
-bool AccountsPayable::complete() {
-  if (!AdoConnectionObject()) return refuse("Invalid Connection.");
-  if (trim(DocumentNo()).empty()) return refuse("A payables entry needs a document number.");
-  const std::string entry = "The payables entry of document \"" + DocumentNo() + "\" ";
-  if (trim(VendorCode()).empty()) return refuse(entry + "needs a vendor code.");
-  if (trim(AccountNo()).empty()) return refuse(entry + "needs an account.");
-  return has_account(AccountNo(), *AdoConnectionObject()) ||
-         refuse(entry + "names an unknown account \"" + AccountNo() + "\".");
+bool AccountsPayable::move_balance(const std::string& vendor, const Owed& owed) const {
+  return execute(sql({"Update Vendor_Master Set Vendor_Balance = Coalesce(Vendor_Balance, 0) + ",
+                      number(owed.home), ", Vendor_Fc_Balance = Coalesce(Vendor_Fc_Balance, 0) + ",
+                      number(owed.foreign), " Where Vendor_Code=", any_text(vendor)})) > 0;
 }
 
 bool AccountsPayable::AP_Insert_Transaction() {
-  if (!complete()) return false;
-  const Connection& connection = *AdoConnectionObject();
-  // The balance first: it tells whether the vendor is there, and then holds it until the client's
+  constexpr std::string_view kWork = "Payables entry";
+  if (!ready(kWork, {{"DocumentNo", DocumentNo()},
+                     {"VendorCode", VendorCode()},
+                     {"AccountNo", AccountNo()}})) {
+    return false;
+  }
+  const auto unknown = [&](const std::string& what) {
+    return refuse(std::string(kWork) + " of document \"" + DocumentNo() + "\": " + what);
+  };
+  if (!has_account(AccountNo())) {
+    return unknown("account \"" + AccountNo() + "\" is not in the chart of accounts.");
+  }
+  // The balance first: it tells whether the vendor is there, and holds it until the client's
   // transaction ends.
   const Owed owed{APLCreditAmount() - APLDebitAmount(), FCAPLCreditAmount() - FCAPLDebitAmount()};
-  if (!move_balance(VendorCode(), owed, connection)) {
-    return refuse("The payables entry of document \"" + DocumentNo() +
-                  "\" names an unknown vendor \"" + VendorCode() + "\".");
+  if (!move_balance(VendorCode(), owed)) {
+    return unknown("there is no vendor \"" + VendorCode() + "\".");
   }
   auto ledger = open(sql({"Select * from Accounts_Payable_Ledger"}), Dynamic);
   ledger.AddNew();
-  write_columns<const AP>(kEntry, *this, ledger);
+  write_columns(kEntry, *this, ledger);
   ledger.Update();
   return true;
 }
 
 bool AccountsPayable::APL_Delete() {
-  if (!AdoConnectionObject()) return refuse("Invalid Connection.");
-  if (trim(DocumentNo()).empty()) {
-    return refuse("Payables entries are deleted by document number, and there is none.");
-  }
-  // Deleted and told in one step: of two callers only one takes an entry's effect back. By vendor,
-  // so that two of them wait for each other in one order.
-  auto gone = database::open_recordset(
-      sql({"Delete From Accounts_Payable_Ledger Where Document_No=", text(DocumentNo()),
-           " Returning Vendor_Code, APL_Debit_Amount, APL_Credit_Amount, FC_APL_Debit_Amount,"
-           " FC_APL_Credit_Amount"}),
-      *AdoConnectionObject(), Keyset);
+  if (!ready("Deletion of payables entries", {{"DocumentNo", DocumentNo()}})) return false;
+  // Deleted and told in one step: of two callers only one takes an entry's effect back.
+  auto gone =
+      open(sql({"Delete From Accounts_Payable_Ledger Where Document_No=", any_text(DocumentNo()),
+                " Returning Vendor_Code, APL_Debit_Amount, APL_Credit_Amount,"
+                " FC_APL_Debit_Amount, FC_APL_Credit_Amount"}),
+           Keyset);
+  // By vendor, so that two callers wait for each other in one order.
   std::map<std::string, Owed> by_vendor;
   for (; !gone.IsEOF(); gone.MoveNext()) {
     Owed& owed = by_vendor[gone("Vendor_Code").value().text_or_empty()];
     owed.home += amount(gone, "APL_Debit_Amount") - amount(gone, "APL_Credit_Amount");
     owed.foreign += amount(gone, "FC_APL_Debit_Amount") - amount(gone, "FC_APL_Credit_Amount");
   }
-  for (const auto& [vendor, owed] : by_vendor) move_balance(vendor, owed, *AdoConnectionObject());
+  for (const auto& [vendor, owed] : by_vendor) move_balance(vendor, owed);
   return true;
 }
 

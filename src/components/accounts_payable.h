@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "components/component.h"
 #include "frame/hosting/interface.h"
 
@@ -10,7 +12,7 @@ namespace ombrix::components {
 /// A credit raises `Vendor_Balance` and `Vendor_Fc_Balance` of the vendor, a debit lowers them;
 /// what an instance was given stays set for its next call. Amounts may be zero or negative. A
 /// refusal writes nothing and leaves its reason in `ErrDesc`; failures of the database rise.
-class AccountsPayable : public Component {
+class AccountsPayable final : public Component {
  public:
   Text CompanyPrefix;
   Text BranchPrefix;
@@ -42,7 +44,13 @@ class AccountsPayable : public Component {
   bool APL_Delete();
 
  private:
-  bool complete();
+  /// What the vendor is owed more, in home and in foreign currency.
+  struct Owed {
+    double home = 0;
+    double foreign = 0;
+  };
+  /// False when the vendor is not known.
+  bool move_balance(const std::string& vendor, const Owed& owed) const;
 };
 
 const Interface& accounts_payable_interface();

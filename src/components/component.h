@@ -41,6 +41,12 @@ class Component {
     }
     return true;
   }
+  bool has_account(const std::string& account) const {
+    return !open(database::sql({"Select Account_No From Chart_Of_Accounts Where Account_No=",
+                                database::any_text(account)}),
+                 ForwardOnly)
+                .IsEOF();
+  }
 
   Recordset open(const database::Statement& statement, OpenMode mode) const {
     return database::open_recordset(statement, *AdoConnectionObject(), mode);

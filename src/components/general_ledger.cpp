@@ -1,6 +1,5 @@
 #include "components/general_ledger.h"
 
-#include "components/chart_of_accounts.h"
 #include "frame/columns.h"
 
 namespace ombrix::components {
@@ -35,7 +34,7 @@ constexpr Column<GeneralLedger> kJournal[] = {
 bool GeneralLedger::GLInsert() {
   constexpr std::string_view kWork = "Ledger line";
   if (!ready(kWork, {{"DocumentNo", DocumentNo()}, {"AccountNo", AccountNo()}})) return false;
-  if (!has_account(AccountNo(), *AdoConnectionObject())) return unknown(kWork, AccountNo());
+  if (!has_account(AccountNo())) return unknown(kWork, AccountNo());
   auto line = open(sql({"Select * From General_Ledger"}), Dynamic);
   line.AddNew();
   write_columns(kJournal, *this, line);

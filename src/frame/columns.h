@@ -124,6 +124,15 @@ struct Rounded : Written<Rounded<P>> {
   }
 };
 
+/// An empty text leaves the column alone.
+template <auto P>
+struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
+  static std::optional<Value> value(const auto& document) {
+    const std::string& text = held<P>(document);
+    if (text.empty()) return std::nullopt;
+    return Value(text);
+  }
+};
 /// A blank text leaves the column alone.
 template <auto P>
 struct SkipIfBlank : Written<SkipIfBlank<P>> {
@@ -211,6 +220,8 @@ template <auto P>
 inline constexpr NullIfBlank<P> null_if_blank{};
 template <auto P>
 inline constexpr Rounded<P> rounded{};
+template <auto P>
+inline constexpr SkipIfEmpty<P> skip_if_empty{};
 template <auto P>
 inline constexpr SkipIfBlank<P> skip_if_blank{};
 template <auto P>

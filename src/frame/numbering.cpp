@@ -11,14 +11,14 @@ using database::sql;
 using database::text;
 using detail::Held;
 
-Document::Counter::Counter(Document& document)
+Frame::SeriesCounter::SeriesCounter(Frame& document, const Series& series)
     : document_(document), component_(document.sibling("OmbrixSystem.CounterTransaction")) {
-  component_.set({{"CompanyPrefix", document.CompanyPrefix()},
-                  {"BranchPrefix", document.BranchPrefix()},
-                  {"DocumentPrefix", document.DocumentPrefix()}});
+  component_.set({{"CompanyPrefix", series.company},
+                  {"BranchPrefix", series.branch},
+                  {"DocumentPrefix", series.document}});
 }
 
-bool Document::Counter::draw(std::optional<bool> temporary) {
+bool Frame::SeriesCounter::draw(std::optional<bool> temporary) {
   auto& connection = Held::of(document_.AdoConnectionObject);
   std::vector<Value> arguments{Value(connection)};
   if (temporary) arguments.emplace_back(*temporary);
@@ -33,7 +33,7 @@ bool Document::Counter::draw(std::optional<bool> temporary) {
   return drawn || document_.refused_by(component_);
 }
 
-bool Document::Counter::move_on(std::optional<bool> temporary) {
+bool Frame::SeriesCounter::move_on(std::optional<bool> temporary) {
   std::vector<Value> arguments;
   if (temporary) arguments.emplace_back(*temporary);
   return component_.call("Increase_Counter", arguments) || document_.refused_by(component_);

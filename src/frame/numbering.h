@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <string>
 
 #include "ombrix/purchase/document.h"
 
@@ -8,21 +10,39 @@
 
 namespace ombrix::purchase {
 
-/// The counter of a document's series, from drawing a number to moving on. The component gives its
-/// number back when it is released before it moved on.
-class Document::Counter {
+/// The counter of a series, from drawing a number to moving on. The component gives its number back
+/// when it is released before it moved on.
+class Frame::SeriesCounter {
  public:
-  explicit Counter(Document& document);
+  struct Series {
+    const std::string& company;
+    const std::string& branch;
+    const std::string& document;
+  };
+  SeriesCounter(Frame& document, const Series& series);
 
+  /// A series without a row is opened.
+  void skip_checking() { component_.set("SkipChecking", true); }
   /// False with the component's reason in the document's `ErrDesc`. `temporary` is left out of the
   /// calls that draw a final number.
   bool draw(std::optional<bool> temporary = std::nullopt);
+  /// The number as the component gives it, for a key that is a text.
+  std::string number_text() { return component_.get("NextDocumentNo").to_text(); }
   double number() { return component_.get("NextDocumentNo").to_number(); }
-  bool move_on(std::optional<bool> temporary);
+  std::int32_t whole_number() { return component_.get("NextDocumentNo").to_long(); }
+  bool move_on(std::optional<bool> temporary = std::nullopt);
 
  private:
-  Document& document_;
+  Frame& document_;
   Sibling component_;
+};
+
+/// The counter of a document's own series, or of another one of its branch.
+class Document::Counter : public SeriesCounter {
+ public:
+  explicit Counter(Document& document) : Counter(document, document.DocumentPrefix()) {}
+  Counter(Document& document, const std::string& series)
+      : SeriesCounter(document, {document.CompanyPrefix(), document.BranchPrefix(), series}) {}
 };
 
 /// The final number of a document in a run that processes it: from the counter of its series, or

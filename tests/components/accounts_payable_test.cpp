@@ -147,10 +147,10 @@ TEST_P(AccountsPayableTest, refuses_what_is_empty_or_unknown_and_writes_nothing)
     Value value;
     const char* named;
   } cases[] = {
-      {"DocumentNo", "", "document number"},  {"DocumentNo", Null(), "document number"},
-      {"VendorCode", " ", "vendor code"},     {"AccountNo", "", "account"},
+      {"DocumentNo", "", "DocumentNo"},       {"DocumentNo", Null(), "DocumentNo"},
+      {"VendorCode", " ", "VendorCode"},      {"AccountNo", "", "AccountNo"},
       {"AccountNo", "AABR9", "\"AABR9\""},    {"VendorCode", "AAV009", "\"AAV009\""},
-      {"VendorCode", "aav001", "\"aav001\""},
+      {"VendorCode", "aav001", "\"aav001\""}, {"VendorCode", "AAV'001", "\"AAV'001\""},
   };
   const std::string before = books.dump();
   for (const auto& c : cases) {
@@ -160,11 +160,8 @@ TEST_P(AccountsPayableTest, refuses_what_is_empty_or_unknown_and_writes_nothing)
     EXPECT_TRUE(contains(refused->get("ErrDesc").to_text(), c.named)) << c.named;
   }
   EXPECT_FALSE(take_back(Null()));
-  EXPECT_TRUE(contains(payable->get("ErrDesc").to_text(), "document number"));
+  EXPECT_TRUE(contains(payable->get("ErrDesc").to_text(), "DocumentNo"));
   EXPECT_FALSE(insert(create_object("OmbrixAccounts.AccountsPayable")));
-  EXPECT_EQ(books.dump(), before);
-  const ObjectRef quoted = entry("AABRINV1", 0, 10, "AAV'001");
-  EXPECT_EQ(raised_number([&] { insert(quoted); }), kDatabaseFailure);
   EXPECT_EQ(books.dump(), before);
 }
 

@@ -65,6 +65,7 @@ class Frame {
                        const std::string& connection_text) const;
 
   Sibling sibling(std::string_view name) const;
+  class SeriesCounter;
 
  private:
   std::unique_ptr<InstanceCount> living_;

@@ -56,6 +56,10 @@ Piece date_value(const Date& date) {
   return {Piece::Kind::date, date.short_text()};
 }
 
+Piece day(const Date& date) {
+  return {Piece::Kind::day, date.short_text()};
+}
+
 Piece name(std::string_view value) {
   return {Piece::Kind::name, std::string(value)};
 }
@@ -78,6 +82,7 @@ std::string Statement::prepared_text() const {
       case Piece::Kind::text:
       case Piece::Kind::any_text:
       case Piece::Kind::date:
+      case Piece::Kind::day:
       case Piece::Kind::number:
       case Piece::Kind::digits: {
         char digits[8] = {'$'};
@@ -100,6 +105,7 @@ Parameters Statement::parameters() const {
         parameters.push_back({Kind::text, *piece.value_});
         break;
       case Piece::Kind::date:
+      case Piece::Kind::day:
         parameters.push_back({Kind::text, Date::parse(*piece.value_).stored_text()});
         break;
       case Piece::Kind::number:
@@ -126,6 +132,7 @@ std::string Statement::joined_text() const {
         text += piece.literal_;
         break;
       case Piece::Kind::text:
+      case Piece::Kind::day:
         text.append("'").append(*piece.value_).append("'");
         break;
       case Piece::Kind::any_text:
@@ -159,6 +166,7 @@ void Statement::verify(Session& session) const {
       case Piece::Kind::literal:
       case Piece::Kind::flag:
       case Piece::Kind::date:
+      case Piece::Kind::day:
       case Piece::Kind::number:
         return true;
     }

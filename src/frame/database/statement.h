@@ -29,9 +29,20 @@ class Piece {
   friend Piece digits(std::string_view value);
   friend Piece name(std::string_view value);
   friend Piece date_value(const Date& date);
+  friend Piece day(const Date& date);
   friend consteval Piece flag(const char* column);
 
-  enum class Kind : unsigned char { literal, flag, text, any_text, date, number, digits, name };
+  enum class Kind : unsigned char {
+    literal,
+    flag,
+    text,
+    any_text,
+    date,
+    day,
+    number,
+    digits,
+    name
+  };
   consteval Piece(Kind kind, const char* literal) : kind_(kind), literal_(literal) {}
   Piece(Kind kind, std::string value) : kind_(kind), value_(std::move(value)) {}
 
@@ -59,6 +70,8 @@ Piece digits(std::string_view value);
 Piece name(std::string_view value);
 /// `DateValue('...')`: the day of a date, without its time.
 Piece date_value(const Date& date);
+/// The same day between quotes, for a date column.
+Piece day(const Date& date);
 /// A flag column as a condition of its own, true when it holds neither 0 nor Null. A reader sees
 /// the bare column; some databases want to be told what a flag is.
 consteval Piece flag(const char* column) {

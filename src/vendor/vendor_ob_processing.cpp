@@ -1,0 +1,137 @@
+#include <array>
+
+#include "ombrix/purchase/vendor_ob.h"
+
+#include "frame/database/statement.h"
+#include "frame/numbering.h"
+#include "frame/trap.h"
+#include "vendor/vendor_ob_columns.h"
+
+namespace ombrix::purchase {
+
+using database::sql;
+using database::text;
+using detail::Held;
+
+/// What kind of document is made of a balance.
+struct VendorOB::Making {
+  database::Statement table;
+  std::span<const Column<OpeningBalance>> columns;
+  const std::string& account;
+  bool credit;  ///< otherwise the entry is a debit, and names the vendor's reference
+};
+
+bool VendorOB::Process_OB() {
+  if (VendorCode().empty()) return refused("Invalid Vendor");
+  if (OBType().empty()) return refused("Invalid Opening Balance Type");
+  if (connection().State() == 0) return refused("Invalid Connection.");
+  return trapped(Trap::plain, [&] {
+    Accounts accounts;
+    if (!read_accounts(accounts)) return false;
+    const Making making = OBType() == "Credit"
+                              ? Making{sql({"Select * from Purchase_Invoice_Master"}),
+                                       opening_invoice_columns(), accounts.payable, true}
+                              : Making{sql({"Select * from Payment_Master"}),
+                                       opening_payment_columns(), accounts.advance, false};
+    auto line = open(sql({"Select * from Vendor_OB Where Vendor_Code=", text(VendorCode()),
+                          " And OBType = ", text(OBType()),
+                          " and branch_prefix=", text(BranchPrefix()), " order by SL_No"}),
+                     Keyset);
+    double total = 0;
+    for (; !line.IsEOF(); line.MoveNext()) {
+      OpeningBalance balance{*this};
+      take(line, balance);
+      total += balance.amount;
+      if (!make_document(making, balance)) return false;
+      line("OB_Inv_No") = balance.number;
+      line("Last_Update") = LastUpdate();
+      line.Update();
+    }
+    line.Close();
+    return SyncFlag() || move_chart(making.account, making.credit ? -total : total);
+  });
+}
+
+bool VendorOB::read_accounts(Accounts& accounts) {
+  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
+  preferences.set({{"ConnectionString", connection().ConnectionString()},
+                   {"BranchPrefix", BranchPrefix()},
+                   {"CompanyPrefix", CompanyPrefix()}});
+  std::array<Value, 2> keys{CompanyPrefix(), BranchPrefix()};
+  if (!preferences.call("Get_Account_Preferences", keys)) return refused_by(preferences);
+  accounts.payable = preferences.get("APAccountNo").text_or_empty();
+  accounts.advance = preferences.get("AdvPmtAccountNo").text_or_empty();
+  if (trim(accounts.payable).empty()) return refused("Invalid Accounts Payable Account");
+  if (trim(accounts.advance).empty()) return refused("Invalid Advance Payment Account");
+  return true;
+}
+
+void VendorOB::take(Recordset& line, OpeningBalance& balance) {
+  balance.ref_no = line("Ref_No").value().to_text();
+  balance.ref_date = line("Ref_Date").value().to_date();
+  balance.amount = line("Balance_Amount").value().to_number();
+  balance.fc_amount = line("Balance_FCAmount").value().to_number();
+  balance.exchange_rate = line("Exchange_Rate").value().to_number();
+  const std::string comments = line("OB_Comments").value().text_or_empty();
+  balance.comments = comments.empty() ? balance.ref_no : balance.ref_no + " : " + comments;
+  ForeignCurrencyFlag = line("Foreign_Currency_Flag").value().to_flag();
+  Held::of(CurrencyCode) = line("Currency_Code").value().to_text();
+  Held::of(CurrencySymbol) = line("Currency_Symbol").value().to_text();
+}
+
+bool VendorOB::make_document(const Making& making, OpeningBalance& balance) {
+  return trapped(Trap::plain, [&] {
+    SeriesCounter counter(*this, {CompanyPrefix(), BranchPrefix(), DocumentPrefix()});
+    counter.skip_checking();
+    if (!counter.draw()) return false;
+    balance.identity = counter.whole_number();
+    balance.number =
+        CompanyPrefix() + BranchPrefix() + DocumentPrefix() + std::to_string(balance.identity);
+    auto document = open(making.table, Keyset);
+    document.AddNew();
+    write_columns(making.columns, balance, document);
+    document.Update();
+    document.Close();
+    return enter_payable(making, balance) && counter.move_on();
+  });
+}
+
+bool VendorOB::enter_payable(const Making& making, const OpeningBalance& balance) {
+  const auto on = [](bool side, double amount) { return side ? amount : 0.0; };
+  auto payable = sibling("OmbrixAccounts.AccountsPayable");
+  payable.set({
+      {"AdoConnectionObject", Held::of(AdoConnectionObject)},
+      {"CompanyPrefix", CompanyPrefix()},
+      {"BranchPrefix", BranchPrefix()},
+      {"DocumentPrefix", DocumentPrefix()},
+      {"ForeignCurrencyFlag", false},  // whatever the currency: the foreign amounts go along
+      {"VendorCode", VendorCode()},
+      {"DocumentNo", balance.number},
+      {"APLDate", balance.ref_date},
+      {"AccountNo", making.account},
+      {"APLDescription",
+       "Vendor Opening Balance Vendor Code-" + std::string(without_first(VendorCode(), 2))},
+      {"APLComments", balance.comments},
+      {"APLCreditAmount", on(making.credit, balance.amount)},
+      {"FCAPLCreditAmount", on(making.credit, balance.fc_amount)},
+      {"APLDebitAmount", on(!making.credit, balance.amount)},
+      {"FCAPLDebitAmount", on(!making.credit, balance.fc_amount)},
+      {"CurrencyCode", CurrencyCode()},
+      {"CurrencySymbol", CurrencySymbol()},
+      {"LastUpdate", LastUpdate()},
+  });
+  if (!making.credit) payable.set({{"Refno", balance.ref_no}, {"RefDate", balance.ref_date}});
+  return payable.call("AP_Insert_Transaction") || refused_by(payable);
+}
+
+bool VendorOB::move_chart(const std::string& account, double movement) {
+  auto chart =
+      open(sql({"Select * from Chart_Of_Accounts Where Account_No=", text(account)}), Static);
+  if (chart.RecordCount() < 1) return refused("Error while Processing vendor Opening balance.");
+  chart("Opening_Balance") = sum(chart("Opening_Balance"), movement);
+  chart("Last_Update") = LastUpdate();
+  chart.Update();
+  return true;
+}
+
+}  // namespace ombrix::purchase
