@@ -1,8 +1,3 @@
-#include <string>
-#include <vector>
-
-#include "ombrix/instruments.h"
-
 #include "cash/cash_purchase_fixture.h"
 #include "support/scripted.h"
 
@@ -177,92 +172,6 @@ TEST_P(CashPurchaseProcessingTest, a_processed_purchase_that_is_saved_again_begi
   ASSERT_TRUE(purchase.Process_Cash_Purchase()) << purchase.ErrDesc();
   EXPECT_EQ(purchase.CashPurInvNo(), "AABRCPI8");
   EXPECT_EQ(balances(), "BUY | 600\nCASH | -600");
-}
-
-/// The statements of a call with their roads and modes, those of siblings left out.
-TEST_P(CashPurchaseProcessingTest, each_statement_goes_its_road) {
-  std::vector<Script> scripts(6);
-  std::vector<Registration> registered;
-  const std::string_view names[] = {
-      "OmbrixInventory.LocationStock",  "OmbrixInventory.StockMovement",
-      "OmbrixInventory.PurchaseLog",    "OmbrixAccounts.GeneralLedger",
-      "OmbrixAccounts.AccountsPayable", "OmbrixBank.PDC"};
-  for (std::size_t i = 0; i < scripts.size(); ++i) {
-    registered.push_back(scripted(names[i], scripts[i]));
-  }
-  const auto told = [&](bool (purchase::CashPurchase::*method)()) {
-    std::string text;
-    books.connection()->observe([&](const Call& seen) {
-      const bool own = !seen.text.starts_with("Update Document_Prefix");
-      if (seen.kind == Call::Kind::execute && own) text += "\n" + seen.text;
-      if (seen.kind != Call::Kind::open || !own || seen.text.starts_with("Select 1 As")) return;
-      text += (seen.road == Call::Road::text ? "\ntext " : "\n") + std::to_string(seen.cursor) +
-              "," + std::to_string(seen.lock) + "," + std::to_string(seen.options) + " " +
-              seen.text;
-    });
-    EXPECT_TRUE((purchase.*method)()) << purchase.ErrDesc();
-    books.connection()->observe({});
-    return text;
-  };
-  purchase.Payment_Type = "Cheque";
-  purchase.TaxCode = "VAT";
-  const std::string line = "\n3,3,-1 Select max(SL_NO) as MaxNo from Cash_Purchase_Detail";
-  const std::string currency = "\n1,3,-1 Select * from Currency_Master Where Currency_Code='AED'";
-  EXPECT_EQ(told(&purchase::CashPurchase::Create_Cash_Purchase_Invoice),
-            currency +
-                "\n1,3,-1 Select * From Cash_Purchase_Master Where Cash_Pur_Inv_No='AABRCPITMP3'"
-                "\n1,3,-1 Select * from Cash_Purchase_Detail" +
-                line);
-  EXPECT_EQ(told(&purchase::CashPurchase::Update_Cash_Purchase_Invoice),
-            currency +
-                "\n1,3,-1 Select * From Cash_Purchase_Master Where Cash_Pur_Inv_No='AABRCPITMP3'"
-                "\nDelete from Cash_Purchase_Detail Where   Cash_Pur_Inv_No='AABRCPITMP3'"
-                "\n1,3,-1 Select * from Cash_Purchase_Detail" +
-                line);
-  const std::string master =
-      "\ntext 1,3,-1 Select * from Cash_Purchase_Master Where Cash_Pur_Inv_No='AABRCPITMP3'";
-  EXPECT_EQ(
-      told(&purchase::CashPurchase::Get_Direct_PInvoice),
-      master +
-          "\ntext 3,-1,-1 SELECT Cash_Purchase_Master.Purchase_Type, Cash_Purchase_Detail.* FROM"
-          " Cash_Purchase_Master INNER JOIN Cash_Purchase_Detail ON"
-          " Cash_Purchase_Master.Cash_Pur_Inv_No = Cash_Purchase_Detail.Cash_Pur_Inv_No Where"
-          " Cash_Purchase_Detail.Cash_Pur_Inv_No='AABRCPITMP3' Order by"
-          " Cash_Purchase_Detail.SL_No");
-  purchase.DocFlag = true;
-  purchase.manualDocIdentity = 9;
-  EXPECT_EQ(
-      told(&purchase::CashPurchase::Process_Cash_Purchase),
-      master +
-          "\n3,3,-1 Select * from Cash_Purchase_Master Where Cash_Pur_Inv_No='AABRCPITMP3'"
-          "\n3,3,-1 Select * from Cash_Purchase_Detail Where Cash_Pur_Inv_No='AABRCPITMP3'"
-          "\n1,2,-1 Select B.Cash_Pur_Inv_No, B.Location_ID, B.Location_Name,C.Base_Qty,"
-          " B.Item_Code, B.Item_Name,C.Item_Type, B.Unit_Qty, B.Cash_Pur_Inv_Qty, b.Unit_Name from"
-          " Cash_Purchase_Detail B,Item_Master C Where  B.Item_Code=C.Item_Code and"
-          " B.Cash_Pur_Inv_No='AABRCPI9'"
-          "\n3,3,-1 Select A.* , B.Base_Qty as BaseQty, B.Item_Type as Item_Type from"
-          " Cash_Purchase_Detail A, Item_Master B Where A.Item_Code = B.Item_Code and"
-          " Cash_Pur_Inv_No='AABRCPI9' Order By Sl_No"
-          "\n1,3,-1 Select * from Item_Master Where Item_Code='AA1001'"
-          "\n1,3,-1 Select Last_Purchase_Price from Vendor_Items Where Vendor_Code='AAV001' and"
-          " Item_Code='AA1001'"
-          "\n1,2,-1 Select A.* , B.Base_Qty as BaseQty from Cash_Purchase_Detail A, Item_Master B"
-          " Where A.Item_Code = B.Item_Code and Cash_Pur_Inv_No='AABRCPI9'"
-          "\n1,2,-1 Select A.* , B.Base_Qty as BaseQty ,Item_Type from Cash_Purchase_Detail A,"
-          " Item_Master B Where A.Item_Code = B.Item_Code and Cash_Pur_Inv_No='AABRCPI9'"
-          "\n1,3,-1 Select * from Default_Account_Preferences Where Branch_Prefix='BR' and"
-          " Company_Prefix='AA'"
-          "\n1,3,-1 Select * from Default_Purchase_Preferences Where Company_Prefix = 'AA' and"
-          " Branch_Prefix = 'BR'"
-          "\n1,2,-1 Select *  from Cash_Purchase_Detail Where  Cash_Pur_Inv_No='AABRCPI9' Order By"
-          " Sl_No"
-          "\n1,3,-1 Select * from Bank_List Where Account_No='BANK' And Branch_Prefix='BR'"
-          "\ntext 1,3,-1 select TaxAuthorityCode,TaxAuthorityName,TaxAuthorityRate from"
-          " TaxCodeDetails where TaxCode='VAT'"
-          "\ntext 1,3,-1 select accountno,Description from TaxAuthorities where Code='A'"
-          "\ntext 1,3,-1 select accountno,Description from TaxAuthorities where Code='B'"
-          "\n1,3,-1 Select Document_Next_No, Last_Update From Document_Prefix Where"
-          " Document_Prefix='CPI' and Company_Prefix='AA' and Branch_Prefix='BR'");
 }
 
 }  // namespace

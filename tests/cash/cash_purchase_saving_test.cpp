@@ -133,7 +133,7 @@ TEST_P(CashPurchaseSavingTest, the_master_keeps_what_its_columns_say) {
 
   // A currency without a row leaves the client's symbol. Home currency stores the rate 1, and the
   // client's own still counts. An empty name leaves the old one.
-  purchase.CurrencyCode = "XXX";
+  purchase.CurrencyCode = "EUR";
   purchase.CurrencySymbol = " x ";
   purchase.ForeignCurrencyFlag = false;
   purchase.ExchangeRate = 0;
