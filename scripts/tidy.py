@@ -8,7 +8,8 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-INCLUDE_ROOTS = ("include", "src", "tests", "examples", "bench", "bindings")
+INCLUDE_ROOTS = ("include", "src", "tests", "examples", "examples/demo", "bench",
+                 "bindings")
 CODE = (".h", ".cpp", ".c")
 SOURCES = CODE + (".py", ".sql", ".sh", ".cmake", "CMakeLists.txt")
 TEXTS = SOURCES + (".md", ".json", ".csv", "check", "demo", "run")

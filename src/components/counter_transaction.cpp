@@ -54,7 +54,8 @@ Statement bearers_of(const std::string& number) {
        ") Or Exists (Select 1 From Purchase_Return_Master Where Purchase_Rtn_No=", text(number),
        ") Or Exists (Select 1 From Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(number),
        ") Or Exists (Select 1 From Payment_Master Where Payment_No=", text(number),
-       ") Or Exists (Select 1 From Voucher_Master Where Voucher_No=", text(number), ")"});
+       ") Or Exists (Select 1 From Voucher_Master Where Voucher_No=", text(number),
+       ") Or Exists (Select 1 From PDC_Master Where PDC_No=", text(number), ")"});
 }
 
 }  // namespace

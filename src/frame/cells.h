@@ -104,6 +104,29 @@ struct CellUnlessBlank : Written<CellUnlessBlank<kCell>> {
     return Value(std::move(text));
   }
 };
+/// As it is; a blank cell leaves the column alone.
+template <std::int32_t kCell>
+struct CellTextUnlessBlank : Written<CellTextUnlessBlank<kCell>> {
+  static std::optional<Value> value(const auto& line) {
+    std::string text = line.text(kCell);
+    if (trim(text).empty()) return std::nullopt;
+    return Value(std::move(text));
+  }
+};
+/// The date that the cell tells; a blank cell leaves the column alone, any other text raises.
+template <std::int32_t kCell>
+struct CellDayUnlessBlank : Written<CellDayUnlessBlank<kCell>> {
+  static std::optional<Value> value(const auto& line) {
+    const std::string text = line.text(kCell);
+    if (trim(text).empty()) return std::nullopt;
+    return Value(Value(text).to_date());
+  }
+};
+/// To the 15 digits of its text form.
+template <std::int32_t kCell>
+struct CellNumberThroughText : Written<CellNumberThroughText<kCell>> {
+  static Value value(const auto& line) { return head_number(general_text(line.number(kCell))); }
+};
 
 /// As text into one cell or several; a Null raises.
 template <std::int32_t... kCells>
@@ -161,6 +184,12 @@ template <std::int32_t kCell>
 inline constexpr CellPeriodType<kCell> cell_period_type{};
 template <std::int32_t kCell>
 inline constexpr CellUnlessBlank<kCell> cell_unless_blank{};
+template <std::int32_t kCell>
+inline constexpr CellTextUnlessBlank<kCell> cell_text_unless_blank{};
+template <std::int32_t kCell>
+inline constexpr CellDayUnlessBlank<kCell> cell_day_unless_blank{};
+template <std::int32_t kCell>
+inline constexpr CellNumberThroughText<kCell> cell_number_through_text{};
 template <std::int32_t kCell>
 inline constexpr CellItemCode<kCell> cell_item_code{};
 inline constexpr Serial serial{};

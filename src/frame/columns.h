@@ -133,10 +133,29 @@ struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
     return Value(text);
   }
 };
+/// A blank text leaves the column alone.
+template <auto P>
+struct SkipIfBlank : Written<SkipIfBlank<P>> {
+  static std::optional<Value> value(const auto& document) {
+    const std::string& text = held<P>(document);
+    if (trim(text).empty()) return std::nullopt;
+    return Value(text);
+  }
+};
+template <auto P>
+struct Trimmed : Written<Trimmed<P>> {
+  static Value value(const auto& document) { return trim(held<P>(document)); }
+};
 /// To the 15 digits of its text form.
 template <auto P>
 struct ThroughText : Written<ThroughText<P>> {
   static Value value(const auto& document) { return head_number(general_text(held<P>(document))); }
+};
+/// The exchange rate, 1 in home currency.
+struct RateOrOne : Written<RateOrOne> {
+  static Value value(const auto& document) {
+    return document.ForeignCurrencyFlag() ? document.ExchangeRate() : 1.0;
+  }
 };
 
 /// A value of any kind as a number; none at all is stored as a Null.
@@ -159,6 +178,13 @@ struct UnlessEmpty : Reading<UnlessEmpty<P>> {
     if (!value.text_or_empty().empty()) convert_into<P>(document, value);
   }
 };
+/// A text of blanks, or none, leaves the property.
+template <auto P>
+struct UnlessBlank : Reading<UnlessBlank<P>> {
+  static void take(auto& document, const Value& value) {
+    if (!trim(value.text_or_empty()).empty()) convert_into<P>(document, value);
+  }
+};
 template <auto P>
 struct UnlessNull : Reading<UnlessNull<P>> {
   static void take(auto& document, const Value& value) {
@@ -169,6 +195,13 @@ struct UnlessNull : Reading<UnlessNull<P>> {
 template <auto P>
 struct Head : Reading<Head<P>> {
   static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
+};
+/// A Null reads as "".
+template <auto P>
+struct OrEmpty : Reading<OrEmpty<P>> {
+  static void take(auto& document, const Value& value) {
+    held<P>(document) = value.text_or_empty();
+  }
 };
 /// "Item" for an empty stored value, Null included.
 template <auto P>
@@ -190,7 +223,12 @@ inline constexpr Rounded<P> rounded{};
 template <auto P>
 inline constexpr SkipIfEmpty<P> skip_if_empty{};
 template <auto P>
+inline constexpr SkipIfBlank<P> skip_if_blank{};
+template <auto P>
+inline constexpr Trimmed<P> trimmed{};
+template <auto P>
 inline constexpr ThroughText<P> through_text{};
+inline constexpr RateOrOne rate_or_one{};
 template <auto P>
 inline constexpr NumberUnlessEmpty<P> number_unless_empty{};
 template <auto P>
@@ -198,9 +236,13 @@ inline constexpr Into<P> into{};
 template <auto P>
 inline constexpr UnlessEmpty<P> unless_empty{};
 template <auto P>
+inline constexpr UnlessBlank<P> unless_blank{};
+template <auto P>
 inline constexpr UnlessNull<P> unless_null{};
 template <auto P>
 inline constexpr Head<P> head{};
+template <auto P>
+inline constexpr OrEmpty<P> or_empty{};
 template <auto P>
 inline constexpr ItemIfEmpty<P> item_if_empty{};
 

@@ -1,6 +1,7 @@
 #include "ombrix/purchase/lpo.h"
 
 #include "frame/database/statement.h"
+#include "frame/discount_spread.h"
 #include "frame/numbering.h"
 #include "frame/trap.h"
 #include "orders/lpo_columns.h"
@@ -12,34 +13,6 @@ using database::text;
 using detail::Held;
 
 namespace {
-
-/// The overall discount of an order, spread over its lines by their amounts; the last line takes
-/// what the others left, so that the shares add up.
-class DiscountSpread {
- public:
-  explicit DiscountSpread(const LPO& order) : order_(order) {}
-
-  void share(LPOLine& line, bool last) {
-    if (order_.LPOFCDiscountAmount() <= 0) return;
-    if (last) {
-      line.overall_fc_discount = rounded(order_.LPOFCDiscountAmount() - spread_fc_);
-      line.overall_discount = rounded(order_.LPODiscountAmount() - spread_);
-      return;
-    }
-    const double share = rounded(order_.LPODiscountPercent() / 100 * line.number(12));
-    line.overall_fc_discount = share;
-    line.overall_discount = share;
-    spread_fc_ += share;
-    spread_ += share;
-  }
-
- private:
-  double rounded(double amount) const { return round_half_even(amount, order_.AmtDig()); }
-
-  const LPO& order_;
-  double spread_fc_ = 0;
-  double spread_ = 0;
-};
 
 /// Rows with an item of the company's or the vendor's; a blank row between them does not end it.
 std::int32_t count_lines(const Grid& grid) {
@@ -100,7 +73,8 @@ bool LPO::Save_LPO_Detail() {
     Grid& grid = *held;
     const std::int32_t lines = count_lines(grid);
     auto detail = open(sql({"Select * from LPO_Detail"}), Dynamic);
-    DiscountSpread discount(*this);
+    DiscountSpread discount(LPODiscountPercent(), {LPOFCDiscountAmount(), LPODiscountAmount()}, 1,
+                            AmtDig());
     std::int32_t serial = 0;
     const std::int32_t rows = grid.Rows();
     for (std::int32_t row = 1; row < rows; ++row) {
@@ -110,7 +84,7 @@ bool LPO::Save_LPO_Detail() {
       if (line.number(7) <= 0) continue;
       detail.AddNew();
       line.serial = ++serial;
-      discount.share(line, row == lines);
+      discount.share(line, line.number(12), row == lines);
       write_columns(lpo_detail_columns(), line, detail);
       detail.Update();
     }

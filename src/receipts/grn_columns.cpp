@@ -7,11 +7,6 @@ using detail::Held;
 
 namespace {
 
-struct RateOrOne : Written<RateOrOne> {
-  static Value value(const GRN& receipt) {
-    return receipt.ForeignCurrencyFlag() ? receipt.ExchangeRate() : 1.0;
-  }
-};
 struct Total : Written<Total> {
   static Value value(const GRN& receipt) {
     return receipt.GRNSubTotal() - receipt.GRNDiscountAmount();
@@ -108,7 +103,7 @@ std::span<const Column<GRN>> GRNColumns::rest() {
       {"Vendor_Ref_Document_Date", always<&GRN::VendorRefDocumentDate>,
        unless_empty<&GRN::VendorRefDocumentDate>},
       {"Foreign_Currency_Flag", always<&GRN::ForeignCurrencyFlag>, into<&GRN::ForeignCurrencyFlag>},
-      {"Exchange_Rate", RateOrOne()},
+      {"Exchange_Rate", rate_or_one},
       {"Currency_Code", always<&GRN::CurrencyCode>, into<&GRN::CurrencyCode>},
       {"Currency_Symbol", always<&GRN::CurrencySymbol>, TrimmedSymbol()},
       {"GRN_SubTotal", always<&GRN::GRNSubTotal>, into<&GRN::GRNSubTotal>},

@@ -19,7 +19,7 @@ bool PostedDocument::StockIn::locate(const Statement& lines,
                                      const std::function<Members(Recordset& line)>& members) const {
   auto line = document_.open(lines, KeysetPessimistic);
   auto stock = document_.sibling("OmbrixInventory.LocationStock");
-  stock.set("AdoConnectionObject", Held::of(document_.AdoConnectionObject));
+  if (terms_.ordered) stock.set("AdoConnectionObject", Held::of(document_.AdoConnectionObject));
   for (; !line.IsEOF(); line.MoveNext()) {
     if (!is_stocked(line("Item_Type"))) continue;
     for (const auto& [member, value] : members(line)) stock.set(member, value);

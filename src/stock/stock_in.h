@@ -33,7 +33,8 @@ class PostedDocument::StockIn {
     std::function<double(Recordset& line)> cost;
     std::function<Value(Recordset& line)> unit_price;
     /// The goods were ordered: `Purchase_Order_Qty` falls, and the `Last_Update` of item and vendor
-    /// price is written.
+    /// price is written. Goods without an order tell the location component its connection with the
+    /// members of each line.
     bool ordered;
   };
 

@@ -146,10 +146,9 @@ TEST_P(GRNPostingTest, authorities_share_the_tax_on_the_side_that_its_type_names
                      "Foreign_Currency_Flag", "GL_Comments"}),
             "Purchase Tax for 912 Dated 01/03/2024 | GRN | 66.67 | 0 | left at the gate\n"
             "Purchase Tax for 912 Dated 01/03/2024 | GRN | 33.33 | 0 | left at the gate");
-  EXPECT_EQ(
-      listing(books, {"Count(*)"},
-              "General_Ledger Where Last_Update='" + Date::now().midnight().stored_text() + "'"),
-      "2");
+  EXPECT_EQ(count(books, "General_Ledger Where Last_Update='" +
+                             Date::now().midnight().stored_text() + "'"),
+            "2");
 }
 
 TEST_P(GRNPostingTest, what_the_tax_tables_lack) {

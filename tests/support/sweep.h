@@ -34,6 +34,7 @@ struct Cut {
   std::size_t place;                 ///< of the failing call in it
   Fault::Kind kind;
   const std::string& clean_rows;  ///< left when nothing fails
+  const std::string& counters;    ///< as the method found them
 
   const Call& call() const { return journal[place]; }
   bool concerns(std::string_view part) const { return call().text.find(part) != std::string::npos; }
@@ -44,7 +45,9 @@ struct Cut {
 struct Outcome {
   bool answer = false;
   std::string reason;
-  std::string rows;     ///< of all tables but the counters; False in a transaction leaves none
+  std::string rows;  ///< of all tables but the counters; False in a transaction leaves none
+  /// Only where the method keeps some numbers and gives others back; else the harness knows.
+  std::string counters{};
   bool raised = false;  ///< the method has no trap there: the client gets the failure
 };
 

@@ -94,7 +94,7 @@ std::string Witness::rows_of(const std::string& table) const {
   std::string text = "= " + table + '\n';
   for (; !set.IsEOF(); set.MoveNext()) {
     for (const auto& column : known->columns) {
-      if (column.name == "Row_Id") continue;
+      if (same_name(column.name, "Row_Id")) continue;
       const Value value = set(column.name);
       text += (value.is_null() ? "Null" : value.to_text()) + '|';
     }

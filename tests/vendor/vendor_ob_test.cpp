@@ -83,10 +83,10 @@ TEST_P(VendorOBTest, stores_each_line_in_every_column) {
             " $ | 1 | opening | Null | 2024-03-05 00:00:00\n"
             "Credit | 2 | AAV001 | BR | AA | REF2 | 2023-12-31 00:00:00 | 2.5 | 2.5 | -1 | USD |"
             " $ | 1 | Null | Null | 2024-03-05 00:00:00");
-  balances.CurrencyCode = "XXX";
+  balances.CurrencyCode = "GBP";
   balances.CurrencySymbol = "mine";
   ASSERT_TRUE(create({owed("REF1", "1")}));
-  EXPECT_EQ(lines({"Currency_Code", "Currency_Symbol"}), "XXX | mine");
+  EXPECT_EQ(lines({"Currency_Code", "Currency_Symbol"}), "GBP | mine");
 }
 
 TEST_P(VendorOBTest, replaces_the_lines_of_its_key_alone) {

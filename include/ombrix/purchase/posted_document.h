@@ -55,6 +55,22 @@ class PostedDocument : public Document {
   /// share, `TaxAmount` becomes what the shares exceed it by.
   bool post_tax(const TaxPosting& how);
 
+  /// What a document owes its vendor, as the sub-ledger has it.
+  struct Payable {
+    Heading heading;
+    const std::string& reference;  ///< the vendor's own number and date
+    const Date& reference_date;
+    std::string vendor;
+    double amount;     ///< home currency
+    double fc_amount;  ///< foreign currency
+    bool of_branch;    ///< the components are told the branch
+  };
+  /// The payable account of the branch, which must not be blank.
+  bool find_payable_account(const Payable& payable, std::string& account);
+  /// Adds the credit to the sub-ledger; the ledger is not touched.
+  bool enter_payable(const Payable& payable, const std::string& account);
+  std::string payable_description() const;
+
   class StockIn;
 
  private:

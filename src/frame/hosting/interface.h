@@ -209,7 +209,11 @@ struct Argument {
     }
   }
   void give_back(std::span<Value> arguments, std::size_t place) {
-    if constexpr (by_reference) arguments[place] = Value(std::move(held));
+    if constexpr (by_reference && optional) {
+      if (held) arguments[place] = Value(*std::move(held));
+    } else if constexpr (by_reference) {
+      arguments[place] = Value(std::move(held));
+    }
   }
 };
 

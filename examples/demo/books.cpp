@@ -46,8 +46,7 @@ void fill_books(ombrix::Connection& books, const std::string& inserts) {
 
 }  // namespace
 
-std::shared_ptr<ombrix::Connection> open_books(const std::string& path,
-                                               const std::string& company) {
+OpenBooks open_books(const std::string& path, const std::string& company) {
   if (path.find('"') != std::string::npos) {
     throw BadInput("a database path cannot hold a double quote: " + path);
   }
@@ -61,14 +60,13 @@ std::shared_ptr<ombrix::Connection> open_books(const std::string& path,
   }
   if (stood) {
     if (!has_the_tables(books)) throw BadInput(path + ": the database has no purchase tables");
-    return books;
+    return {books, false};
   }
   fill_books(*books, inserts);
-  return books;
+  return {books, true};
 }
 
-std::shared_ptr<ombrix::Connection> open_books_on(const std::string& server,
-                                                  const std::string& company) {
+OpenBooks open_books_on(const std::string& server, const std::string& company) {
   const std::string inserts = text_of(company);
   const auto first = ombrix::Connection::open(server + ";Database=postgres");
   ombrix::Recordset found;
@@ -76,8 +74,9 @@ std::shared_ptr<ombrix::Connection> open_books_on(const std::string& server,
              ombrix::StaticUnlocked);
   if (found.RecordCount() == 0) first->Execute("Create Database ombrix_demo");
   auto books = ombrix::Connection::open(server + ";Database=ombrix_demo");
-  if (!has_the_tables(books)) fill_books(*books, inserts);
-  return books;
+  const bool stood = has_the_tables(books);
+  if (!stood) fill_books(*books, inserts);
+  return {books, !stood};
 }
 
 void clear_books(const std::string& path) {

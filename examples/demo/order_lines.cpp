@@ -141,6 +141,7 @@ void fill(ombrix::purchase::LPO& order, const std::vector<OrderLine>& lines) {
   for (std::int32_t row = 1; row < rows; ++row) {
     const OrderLine& line = lines[static_cast<std::size_t>(row - 1)];
     fill_row(*grid, row, line);
+    if (line.free_of_charge) continue;  // worth its price in the stock, and not paid
     subtotal += line.amount();
     if (line.taxable) taxable += line.amount();
   }

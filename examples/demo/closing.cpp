@@ -1,0 +1,69 @@
+#include <ombrix/purchase/vendor.h>
+#include <ombrix/recordset.h>
+
+#include "chapters.h"
+
+namespace demo {
+
+namespace {
+
+using ombrix::purchase::Vendor;
+using As = Shown::As;
+
+void change_code(const Books& books) {
+  auto codes = std::make_shared<ombrix::MemoryGrid>(/*rows*/ 2, /*columns*/ 4);
+  codes->TextMatrix(1, 1, "1");
+  codes->TextMatrix(1, 2, "V001");
+  codes->TextMatrix(1, 3, "V100");
+  Vendor vendor;
+  vendor.ConnectionString = books->ConnectionString();
+  vendor.AdoConnectionObject = books;
+  vendor.CompanyPrefix = "AA";
+  vendor.GridName = codes;
+  vendor.LastUpdate = ombrix::Date::now();
+  run("Change_Vendor_Code", "AAV001 is AAV100 from now on", vendor, books,
+      [&] { return vendor.Change_Vendor_Code(); });
+  std::cout << '\n';
+  report(books, "Where the vendor stands under the new code, and rows left under the old one",
+         "Select 'LPO_Master' As Place, Sum(Case When Vendor_Code='AAV100' Then 1 Else 0 End) As"
+         " Renamed, Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) As Old From LPO_Master"
+         " Union All Select 'Goods_Receive_Master', Sum(Case When Vendor_Code='AAV100' Then 1 Else"
+         " 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) From Goods_Receive_Master"
+         " Union All Select 'Purchase_Invoice_Master', Sum(Case When Vendor_Code='AAV100' Then 1"
+         " Else 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) From"
+         " Purchase_Invoice_Master Union All Select 'Accounts_Payable_Ledger', Sum(Case When"
+         " Vendor_Code='AAV100' Then 1 Else 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else"
+         " 0 End) From Accounts_Payable_Ledger",
+         {{"Table", "Place"}, {"New code", "Renamed"}, {"Old code", "Old"}});
+}
+
+void print_trial_balance(const Books& books) {
+  report(books, "Trial balance of the journal",
+         "Select L.Account_No As Account, Max(C.Account_Name) As Name,"
+         " Sum(L.GL_Debit_Amount) As Debit, Sum(L.GL_Credit_Amount) As Credit,"
+         " Max(C.Current_Balance) As Stands From General_Ledger L, Chart_Of_Accounts C"
+         " Where C.Account_No=L.Account_No Group By L.Account_No Order By L.Account_No",
+         {{"Account", "Account"},
+          {"Name", "Name", As::text, 32},
+          {"Debit", "Debit", As::money},
+          {"Credit", "Credit", As::money},
+          {"Chart moved by", "Stands", As::money}});
+  ombrix::Recordset sums;
+  sums.Open(
+      "Select Sum(GL_Debit_Amount) As Debit, Sum(GL_Credit_Amount) As Credit From General_Ledger",
+      books, ombrix::StaticUnlocked);
+  const double debit = in_cents(sums("Debit").value().to_number());
+  const double credit = in_cents(sums("Credit").value().to_number());
+  std::cout << "Debits " << money(debit) << ", credits " << money(credit) << ", difference "
+            << money(in_cents(debit - credit)) << '\n';
+}
+
+}  // namespace
+
+void close_books(const Books& books) {
+  print_chapter("A vendor's code changes; the books are held against themselves");
+  change_code(books);
+  print_trial_balance(books);
+}
+
+}  // namespace demo

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "frame/hosting/interface.h"
+
+namespace ombrix::purchase {
+
+/// The dispatch interface `_PurchaseInvoice`.
+const Interface& purchase_invoice_interface();
+
+}  // namespace ombrix::purchase

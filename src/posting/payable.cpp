@@ -1,0 +1,54 @@
+#include <array>
+
+#include "ombrix/purchase/posted_document.h"
+
+#include "frame/hosting/sibling.h"
+#include "frame/text.h"
+
+namespace ombrix::purchase {
+
+using detail::Held;
+
+bool PostedDocument::find_payable_account(const Payable& payable, std::string& account) {
+  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
+  preferences.set("ConnectionString", connection().ConnectionString());
+  if (payable.of_branch) preferences.set("BranchPrefix", BranchPrefix());
+  std::array<Value, 2> branch{CompanyPrefix(), BranchPrefix()};
+  if (!preferences.call("Get_Account_Preferences", branch)) return refused_by(preferences);
+  account = preferences.get("APAccountNo").text_or_empty();
+  return !trim(account).empty() || refused("Invalid Accounts Payable Account");
+}
+
+bool PostedDocument::enter_payable(const Payable& payable, const std::string& account) {
+  const auto& [number, date, comments] = payable.heading;
+  auto ledger = sibling("OmbrixAccounts.AccountsPayable");
+  ledger.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+              {"AccountNo", account},
+              {"APLDate", date},
+              {"APLDescription", payable_description()}});
+  if (!payable.of_branch) ledger.set("APLComments", comments);
+  ledger.set({{"APLCreditAmount", payable.amount},
+              {"FCAPLCreditAmount", payable.fc_amount},
+              {"APLDebitAmount", 0.0},
+              {"FCAPLDebitAmount", 0.0},
+              {"DocumentNo", number},
+              {"DocumentPrefix", DocumentPrefix()},
+              {"CurrencyCode", CurrencyCode()},
+              {"CurrencySymbol", CurrencySymbol()},
+              {"VendorCode", payable.vendor},
+              {"LastUpdate", LastUpdate()},
+              {"Refno", payable.reference},
+              {"RefDate", payable.reference_date}});
+  if (payable.of_branch) {
+    ledger.set({{"APLComments", comments},
+                {"CompanyPrefix", CompanyPrefix()},
+                {"BranchPrefix", BranchPrefix()}});
+  }
+  return ledger.call("AP_Insert_Transaction") || refused_by(ledger);
+}
+
+std::string PostedDocument::payable_description() const {
+  return "Accounts Payable : Vendor Code - " + std::string(without_first(trim(VendorCode()), 2));
+}
+
+}  // namespace ombrix::purchase

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "frame/hosting/interface.h"
+
+namespace ombrix::purchase {
+
+/// The dispatch interface `_PurchaseReturn`.
+const Interface& purchase_return_interface();
+
+}  // namespace ombrix::purchase

@@ -1,0 +1,97 @@
+#include <array>
+
+#include "ombrix/purchase/purchase_return.h"
+
+#include "frame/database/statement.h"
+#include "frame/text.h"
+#include "frame/trap.h"
+
+namespace ombrix::purchase {
+
+using database::digits;
+using database::flag;
+using database::Piece;
+using database::sql;
+using database::Statement;
+using database::text;
+using detail::Held;
+
+namespace {
+
+/// A kind of source document. The master is found by its identity once it is processed, the line
+/// by the document's number and the item.
+struct SourceKind {
+  std::string_view kind;
+  Piece master;
+  Piece processed;
+  Piece detail;
+  std::string_view number;  ///< of the document, as the master has it
+};
+
+const std::array<SourceKind, 3>& source_kinds() {
+  static const std::array<SourceKind, 3> kKinds = {{
+      {"INV", "Select Purchase_Inv_No from Purchase_Invoice_Master Where Purchase_Inv_Identity=",
+       flag("processed_flag"),
+       "Select * from Purchase_Invoice_Detail Where Purchase_Inv_No=", "Purchase_Inv_No"},
+      {"REC", "Select GRN_No from Goods_Receive_Master Where GRN_Identity=", flag("processed_flag"),
+       "Select * from Goods_Receive_Detail Where GRN_No=", "GRN_No"},
+      {"CAP", "Select Cash_Pur_Inv_No from Cash_Purchase_Master Where Cash_Pur_Inv_Identity=",
+       flag("process_flag"),
+       "Select * from Cash_Purchase_Detail Where Cash_Pur_Inv_No=", "Cash_Pur_Inv_No"},
+  }};
+  return kKinds;
+}
+
+/// Any other kind has no source to be marked.
+const SourceKind& source_kind(const std::string& kind) {
+  for (const SourceKind& each : source_kinds()) {
+    if (each.kind == kind) return each;
+  }
+  throw Failure(kDatabaseFailure, "A return with the source \"" + kind +
+                                      "\" has no source document that could be marked.");
+}
+
+}  // namespace
+
+bool PurchaseReturn::UpdateReturnSource() {
+  const SourceKind& kind = source_kind(Ref_Doc_Type());
+  std::string number;
+  {
+    auto master =
+        open(sql({kind.master, digits(Held::of(Refno)), " and ", kind.processed}), Keyset);
+    if (master.RecordCount() > 0) number = master(kind.number).value().text_or_empty();
+  }
+  if (trim(number).empty()) return true;
+  auto lines = open(
+      sql({"Select * from Purchase_Return_Detail Where Purchase_Rtn_No=", text(PurchaseRtnNo())}),
+      Keyset);
+  for (; !lines.IsEOF(); lines.MoveNext()) {
+    double quantity =
+        lines("pur_rtn_qty").value().to_number() * lines("Unit_Qty").value().to_number();
+    std::string item = lines("Item_Code").value().text_or_empty();
+    std::int32_t serial = lines("SL_No").value().to_long();
+    if (!Update_Source(Held::of(AdoConnectionObject), number, quantity, Held::of(Ref_Doc_Type),
+                       item, serial)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool PurchaseReturn::Update_Source(std::shared_ptr<Connection>& /*Cn*/, std::string& pDocNo,
+                                   double& pQty, std::string& pSource, std::string& pItemCode,
+                                   std::int32_t& /*pRefSLNO*/) {
+  return trapped(Trap::plain, [&] {
+    auto line =
+        open(sql({source_kind(pSource).detail, text(pDocNo), " And Item_Code=", text(pItemCode)}),
+             Static);
+    if (line.RecordCount() == 0) return true;
+    const Value returned = line("Return_Qty");
+    line("Return_Qty") = returned.is_null() ? Value(pQty) : sum(returned, pQty);
+    line("Last_Update") = LastUpdate();
+    line.Update();
+    return true;
+  });
+}
+
+}  // namespace ombrix::purchase
