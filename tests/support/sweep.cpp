@@ -118,6 +118,7 @@ class Sweeper {
 
   std::size_t sweep_all() {
     for (const ProcessingRun& run : kRuns) {
+      if (!sweep_.in_runs && &run != kRuns) break;
       for (const bool transaction : {false, true}) {
         if (transaction && !sweep_.in_transaction) continue;
         run_ = run;
@@ -241,7 +242,7 @@ class Sweeper {
     Outcome expected{false, unasked ? "" : std::string(kReason), before_[cut.place].rows};
     if (!frames_transaction(cut)) sweep_.differs(cut, expected);
     if (expected.counters.empty()) {
-      expected.counters = expected.answer ? clean_.counters : before_.front().counters;
+      expected.counters = expected.answer ? clean_.counters : kept_counters(cut);
     }
     if (transaction_ && !expected.answer) {
       expected.rows = before_.front().rows;
@@ -290,9 +291,17 @@ class Sweeper {
   static bool died(const Cut& cut) {
     return cut.kind == Fault::Kind::lose_session && cut.call().road == Call::Road::object;
   }
-  /// A method turns its failures into an answer; those of the transaction's own calls reach the
-  /// client.
-  static bool raises(const Cut& cut) { return frames_transaction(cut); }
+  /// A method turns its failures into an answer, unless it has no trap; those of the transaction's
+  /// own calls reach the client.
+  bool raises(const Cut& cut) const { return frames_transaction(cut) || outcome(cut).raised; }
+
+  /// Those of documents that were finished before the call failed stay drawn.
+  const std::string& kept_counters(const Cut& cut) const {
+    for (std::size_t place = cut.place; place > 0 && !transaction_; --place) {
+      if (contains(journal_[place - 1].text, "Increase_Counter")) return before_[place].counters;
+    }
+    return before_.front().counters;
+  }
 
   /// A number that is not used stays free; only a session that died may leave it claimed.
   void expect_counters(const std::string& left, const Cut& cut, const Outcome& expected) const {
