@@ -101,6 +101,7 @@ TEST_P(GRNSweepTest, GRN_Tax_Posting) {
 
 TEST_P(GRNSweepTest, ProcessGRN) {
   auto sweep = on_saved("ProcessGRN", &purchase::GRN::ProcessGRN);
+  sweep.in_runs = true;
   sweep.subject = [](const Books& books, const ProcessingRun& run) {
     const auto receipt = receipt_on(books, run);
     receipt->GRNNo = "AABRGRNTMP3";
