@@ -60,8 +60,9 @@ struct Sweep {
   /// False for a method that writes through the text: a transaction of the client's own stands in
   /// its way, and a rollback does not reach what it wrote.
   bool in_transaction = true;
-  /// False for a method that knows no runs: one is enough.
-  bool in_runs = true;
+  /// True for a method that processes: it knows the runs and a number of the client's own. For any
+  /// other one run is enough.
+  bool in_runs = false;
   /// Where the method's trap says otherwise, or it carries on: the test names the call.
   std::function<void(const Cut&, Outcome&)> differs = [](const Cut&, Outcome&) {};
 };

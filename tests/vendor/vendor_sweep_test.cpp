@@ -35,9 +35,9 @@ class VendorSweepTest : public ::testing::TestWithParam<std::string> {
     return {.method = name,
             .database = GetParam(),
             .given = given_vendors,
-            .subject = [=](const Books& books,
-                           const ProcessingRun&) { return at_work(books, method, again); },
-            .in_runs = false};
+            .subject = [=](const Books& books, const ProcessingRun&) {
+              return at_work(books, method, again);
+            }};
   }
   /// A method that works through the text.
   Sweep on_text(const std::string& name, OnVendor method, OnVendor again = {}) const {
@@ -198,22 +198,18 @@ class VendorOBSweepTest : public ::testing::TestWithParam<std::string> {
 OMBRIX_ON_EACH_DATABASE(VendorOBSweepTest);
 
 TEST_P(VendorOBSweepTest, Create_OB) {
-  Sweep sweep = of("Create_OB", &VendorOB::Create_OB);
-  sweep.in_runs = false;
-  run(sweep);
+  run(of("Create_OB", &VendorOB::Create_OB));
 }
 
 TEST_P(VendorOBSweepTest, Get_OB) {
-  Sweep sweep = of("Get_OB", &VendorOB::Get_OB);
-  sweep.in_runs = false;
-  run(sweep);
+  run(of("Get_OB", &VendorOB::Get_OB));
 }
 
 TEST_P(VendorOBSweepTest, Process_OB) {
-  Sweep invoices = of("Process_OB, invoices", &VendorOB::Process_OB, "Credit", true);
-  invoices.in_runs = false;
-  run(invoices);
-  run(of("Process_OB, payments", &VendorOB::Process_OB, "Debit", true));
+  run(of("Process_OB, invoices", &VendorOB::Process_OB, "Credit", true));
+  auto payments = of("Process_OB, payments", &VendorOB::Process_OB, "Debit", true);
+  payments.in_runs = true;
+  run(payments);
 }
 
 }  // namespace
