@@ -32,6 +32,7 @@ class Road : public OnEachDatabase {
     bill();
     buy_by_cheque();
     send_back_at_home();
+    send_back_what_was_paid();
     send_back_abroad();
     change_code();
   }
@@ -64,7 +65,7 @@ class Road : public OnEachDatabase {
       document.OnlineFlag = true;
       document.ExchangeRate = abroad ? 3.5 : 1;
     }
-    if constexpr (requires { document.AmtDig = 2; }) document.AmtDig = 2;
+    if constexpr (requires { document.AmtDig() + 1.0; }) document.AmtDig = 2;
     if constexpr (requires { document.Purchase_Type = "Item"; }) document.Purchase_Type = "Item";
     if constexpr (requires { document.StockMovementPrefix = "STM"; }) {
       document.StockMovementPrefix = "STM";
@@ -280,6 +281,20 @@ class Road : public OnEachDatabase {
     send_back(paper, R"(
         1 | 2    | 4     | 5 | 6   | 7 | 8 | 9  | 11 | 13  | 14  | 16   | 21
         1 | 1001 | Paper | 1 | Box | 2 | 5 | 30 | 15 | 135 | 135 | Main | L1)");
+  }
+  /// Two of the four packs, at half of 25.
+  void send_back_what_was_paid() {
+    purchase::PurchaseReturn pens;
+    prepare(pens, "BR", "PRN");
+    pens.Ref_Doc_Type = "CAP";
+    pens.Refno = "11";
+    pens.SourceExchangeRate = 1;
+    pens.PurchaseRtnSubTotal = pens.PurchaseRtnFCSubTotal = 50;
+    pens.PurchaseRtnDiscAmount = pens.PurchaseRtnFCDiscAmount = 25;
+    pens.PurchaseRtnAmount = pens.PurchaseRtnFCAmount = 25;
+    send_back(pens, R"(
+        1 | 2    | 4    | 5 | 6    | 7 | 8 | 9  | 11 | 13 | 14 | 16   | 21
+        1 | 2002 | Pens | 2 | Pack | 2 | 2 | 25 | 25 | 25 | 25 | Main | L1)");
   }
   /// Two boxes and a hamper, billed at 3.5 and returned at 4; 2 dollars of the invoice's discount
   /// were on the boxes.
