@@ -15,6 +15,7 @@
 #include "report.h"
 #include "scenario.h"
 #include "scenarios/order.h"
+#include "scenarios/receipt.h"
 #include "trial.h"
 
 namespace ombrix::bench {
@@ -37,7 +38,7 @@ struct Options {
 
 void measure(const Scenario& scenario, Databases& databases, const Options& options,
              bool tells_statements) {
-  const int rounds = options.quick ? 5 : 21;
+  const int rounds = options.quick ? 3 : 21;
   Trial few(databases, {&scenario, kFewLines, kFewStanding, rounds, 20, true});
   Trial many(databases, {&scenario, kManyLines, kFewStanding, rounds, 1, true});
   std::unique_ptr<Trial> grown;
@@ -66,7 +67,7 @@ void measure(const Scenario& scenario, Databases& databases, const Options& opti
 }  // namespace
 
 std::span<const Scenario> scenarios() {
-  static const Scenario kAll[] = {kOrder};
+  static const Scenario kAll[] = {kOrder, kReceipt};
   return kAll;
 }
 

@@ -68,7 +68,7 @@ void Trial::record() {
     recorder.begin_part(&RecordedDocument::create);
     require(*books, document, document.create);
     recorder.begin_part(&RecordedDocument::process);
-    require(*books, document, document.process);
+    if (document.process) require(*books, document, document.process);
   }
   recording_ = recorder.take();
 }
@@ -92,6 +92,7 @@ Times Trial::work_library() {
   for (int count = 0; count < plan_.documents; ++count) {
     if (document_.prepare) require(*books_, document_, document_.prepare);
     times.create += milliseconds([&] { require(*books_, document_, document_.create); });
+    if (!document_.process) continue;
     times.process += milliseconds([&] { require(*books_, document_, document_.process); });
   }
   return {times.create / plan_.documents, times.process / plan_.documents};
@@ -103,6 +104,7 @@ Times Trial::work_replay() {
     const RecordedDocument& document = recording_.documents.at(next_++);
     player_->run(document.prepare);
     times.create += milliseconds([&] { player_->run(document.create); });
+    if (!document_.process) continue;
     times.process += milliseconds([&] { player_->run(document.process); });
   }
   return {times.create / plan_.documents, times.process / plan_.documents};
