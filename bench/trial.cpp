@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <ombrix/recordset.h>
 #include <set>
 #include <stdexcept>
 
+#include "fewest.h"
 #include "frame/database/connection_access.h"
 
 namespace ombrix::bench {
@@ -71,6 +73,18 @@ void Trial::record() {
     if (document.process) require(*books, document, document.process);
   }
   recording_ = recorder.take();
+  fewest_ = fewest();
+}
+
+std::size_t Trial::fewest() const {
+  const auto books = Connection::open(recorded_text_);
+  std::map<std::string, std::vector<std::string>> keys;
+  const auto key_of = [&](const std::string& table) -> const std::vector<std::string>& {
+    const auto [found, is_new] = keys.try_emplace(table);
+    if (is_new) found->second = database::ConnectionAccess::session(*books)->table(table)->key;
+    return found->second;
+  };
+  return bench::fewest_statements(recording_, recording_.documents.back(), key_of);
 }
 
 void Trial::run_round() {
