@@ -14,7 +14,11 @@
 #include "databases.h"
 #include "report.h"
 #include "scenario.h"
+#include "scenarios/cash_purchase.h"
+#include "scenarios/invoice.h"
 #include "scenarios/order.h"
+#include "scenarios/purchase_return.h"
+#include "scenarios/receipt.h"
 #include "trial.h"
 
 namespace ombrix::bench {
@@ -37,13 +41,17 @@ struct Options {
 
 void measure(const Scenario& scenario, Databases& databases, const Options& options,
              bool tells_statements) {
-  const int rounds = options.quick ? 5 : 21;
-  Trial few(databases, {&scenario, kFewLines, kFewStanding, rounds, 20, true});
-  Trial many(databases, {&scenario, kManyLines, kFewStanding, rounds, 1, true});
+  const int rounds = options.quick ? 3 : 21;
+  const Plan few_lines{&scenario, kFewLines, kFewStanding, rounds, options.quick ? 5 : 20, true};
+  const Plan many_lines{&scenario, kManyLines, kFewStanding, rounds, 1, true};
+  Trial few(databases, few_lines);
+  Trial many(databases, many_lines);
   std::unique_ptr<Trial> grown;
   if (!options.quick) {
-    grown = std::make_unique<Trial>(databases,
-                                    Plan{&scenario, kFewLines, kManyStanding, rounds, 20, false});
+    Plan large = scenario.many_in_large_books ? many_lines : few_lines;
+    large.standing = kManyStanding;
+    large.replayed = false;
+    grown = std::make_unique<Trial>(databases, large);
   }
   for (int round = 0; round <= rounds; ++round) {
     few.run_round();
@@ -58,7 +66,7 @@ void measure(const Scenario& scenario, Databases& databases, const Options& opti
   print_against_replay(few, databases.most());
   print_against_replay(many, databases.most());
   print_cost_per_line(few, many);
-  if (grown) print_growth(few, *grown);
+  if (grown) print_growth(scenario.many_in_large_books ? many : few, *grown);
   print_set_up(few);
   std::fflush(stdout);
 }
@@ -66,7 +74,8 @@ void measure(const Scenario& scenario, Databases& databases, const Options& opti
 }  // namespace
 
 std::span<const Scenario> scenarios() {
-  static const Scenario kAll[] = {kOrder};
+  static const Scenario kAll[] = {kOrder,  kReceipt, kInvoice, kOpenReceipts,
+                                  kReturn, kLayers,  kCash,    kCheque};
   return kAll;
 }
 

@@ -45,6 +45,12 @@ std::string goal(double ratio, double most) {
   return text;
 }
 
+/// "10 lines".
+std::string amount_of(const Trial& trial) {
+  const Plan& plan = trial.plan();
+  return std::to_string(plan.lines) + ' ' + std::string(plan.scenario->unit);
+}
+
 void print_growth_line(const char* what, double ratio) {
   std::printf("    %-62s %6.2f%s\n", what, ratio, goal(ratio, kMostGrowth).c_str());
 }
@@ -70,10 +76,15 @@ int total(const Counts& counts) {
 
 void print_against_replay(const Trial& trial, double most) {
   const double ratio = ratio_of(trial, [](const Times& each) { return each.whole(); });
-  std::printf("    %5d lines   %9.3f ms %9.3f ms   %5.2f  (create %.2f, process %.2f)%s\n",
-              trial.plan().lines, whole(trial.library()), whole(trial.replay()), ratio,
-              ratio_of(trial, [](const Times& each) { return each.create; }),
-              ratio_of(trial, [](const Times& each) { return each.process; }),
+  const bool processed = !trial.recording().documents.back().process.empty();
+  char parts[48] = "";
+  if (processed) {
+    std::snprintf(parts, sizeof parts, "  (create %.2f, process %.2f)",
+                  ratio_of(trial, [](const Times& each) { return each.create; }),
+                  ratio_of(trial, [](const Times& each) { return each.process; }));
+  }
+  std::printf("    %-16s %9.3f ms %9.3f ms   %5.2f%s%s\n", amount_of(trial).c_str(),
+              whole(trial.library()), whole(trial.replay()), ratio, parts,
               goal(ratio, most).c_str());
 }
 
@@ -82,23 +93,23 @@ void print_cost_per_line(const Trial& few, const Trial& many) {
     return whole(trial.library()) / trial.plan().lines;
   };
   char what[80];
-  std::snprintf(what, sizeof what, "cost of a line, of %d lines against %d", many.plan().lines,
+  std::snprintf(what, sizeof what, "cost of each, of %s against %d", amount_of(many).c_str(),
                 few.plan().lines);
   print_growth_line(what, per_line(many) / per_line(few));
 }
 
-void print_growth(const Trial& few, const Trial& many) {
+void print_growth(const Trial& small, const Trial& large) {
   char what[80];
-  std::snprintf(what, sizeof what, "%d lines, %d documents in the books against %d",
-                few.plan().lines, many.plan().standing, few.plan().standing);
-  print_growth_line(what, whole(many.library()) / whole(few.library()));
+  std::snprintf(what, sizeof what, "%s, %d documents in the books against %d",
+                amount_of(small).c_str(), large.plan().standing, small.plan().standing);
+  print_growth_line(what, whole(large.library()) / whole(small.library()));
 }
 
 void print_statements(const Trial& few, const Trial& many) {
   const Counts in_few = counts_of(few);
   const Counts in_many = counts_of(many);
-  std::printf("    statements of a document: %26d lines %6d lines\n", few.plan().lines,
-              many.plan().lines);
+  std::printf("    statements of a document: %26d %12d  %s\n", few.plan().lines, many.plan().lines,
+              std::string(few.plan().scenario->unit).c_str());
   const auto print = [](const std::string& what, int left, int right) {
     std::printf("      %-44s %9d %12d\n", what.c_str(), left, right);
   };
@@ -107,6 +118,12 @@ void print_statements(const Trial& few, const Trial& many) {
     print(target.verb + ' ' + target.table, found == in_few.end() ? 0 : found->second, count);
   }
   print("in all", total(in_few), total(in_many));
+  const auto fewest = [](const Trial& trial) {
+    return static_cast<int>(trial.fewest_statements());
+  };
+  print("one for each table read and each row written", fewest(few), fewest(many));
+  std::printf("      %-44s %9.2f %12.2f\n", "made for each of these",
+              double(total(in_few)) / fewest(few), double(total(in_many)) / fewest(many));
 }
 
 void print_set_up(const Trial& trial) {

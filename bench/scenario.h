@@ -12,7 +12,9 @@ namespace ombrix::bench {
 /// A document at work on one set of books, filled with as many lines as were asked for. The calls
 /// are repeated, each time for one more document, and must do the same on equal books.
 struct Document {
-  std::function<bool()> create, process;
+  std::function<bool()> create;
+  /// Empty for work of one call, such as a read.
+  std::function<bool()> process;
   /// What the instance says after False.
   std::function<std::string()> reason;
   /// What must stand before each document, such as an order to be received: not measured. May be
@@ -28,6 +30,10 @@ struct Scenario {
   /// were processed before.
   void (*seed)(Connection& books, int standing);
   Document (*document)(const std::shared_ptr<Connection>& books, int lines);
+  /// What a document has few or many of.
+  std::string_view unit = "lines";
+  /// Whether a document that has many of them is taken to the large books, and not one of few.
+  bool many_in_large_books = false;
 };
 
 std::span<const Scenario> scenarios();

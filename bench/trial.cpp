@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <ombrix/recordset.h>
 #include <set>
 #include <stdexcept>
 
+#include "fewest.h"
 #include "frame/database/connection_access.h"
 
 namespace ombrix::bench {
@@ -68,9 +70,21 @@ void Trial::record() {
     recorder.begin_part(&RecordedDocument::create);
     require(*books, document, document.create);
     recorder.begin_part(&RecordedDocument::process);
-    require(*books, document, document.process);
+    if (document.process) require(*books, document, document.process);
   }
   recording_ = recorder.take();
+  fewest_ = fewest();
+}
+
+std::size_t Trial::fewest() const {
+  const auto books = Connection::open(recorded_text_);
+  std::map<std::string, std::vector<std::string>> keys;
+  const auto key_of = [&](const std::string& table) -> const std::vector<std::string>& {
+    const auto [found, is_new] = keys.try_emplace(table);
+    if (is_new) found->second = database::ConnectionAccess::session(*books)->table(table)->key;
+    return found->second;
+  };
+  return bench::fewest_statements(recording_, recording_.documents.back(), key_of);
 }
 
 void Trial::run_round() {
@@ -92,6 +106,7 @@ Times Trial::work_library() {
   for (int count = 0; count < plan_.documents; ++count) {
     if (document_.prepare) require(*books_, document_, document_.prepare);
     times.create += milliseconds([&] { require(*books_, document_, document_.create); });
+    if (!document_.process) continue;
     times.process += milliseconds([&] { require(*books_, document_, document_.process); });
   }
   return {times.create / plan_.documents, times.process / plan_.documents};
@@ -103,6 +118,7 @@ Times Trial::work_replay() {
     const RecordedDocument& document = recording_.documents.at(next_++);
     player_->run(document.prepare);
     times.create += milliseconds([&] { player_->run(document.create); });
+    if (!document_.process) continue;
     times.process += milliseconds([&] { player_->run(document.process); });
   }
   return {times.create / plan_.documents, times.process / plan_.documents};

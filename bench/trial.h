@@ -41,17 +41,21 @@ class Trial {
 
   const Plan& plan() const { return plan_; }
   const Recording& recording() const { return recording_; }
+  /// How few statements would do for the rows of the last recorded document.
+  std::size_t fewest_statements() const { return fewest_; }
   const std::vector<Times>& library() const { return library_; }
   const std::vector<Times>& replay() const { return replay_; }
 
  private:
   void record();
+  std::size_t fewest() const;
   Times work_library();
   Times work_replay();
 
   Plan plan_;
   std::string text_, recorded_text_, replay_text_;
   Recording recording_;
+  std::size_t fewest_ = 0;
   std::shared_ptr<Connection> books_;
   Document document_;
   std::unique_ptr<Replay> player_;

@@ -99,6 +99,12 @@ void print_books(const Books& books) {
           {"Text", "GL_Description", As::text, 34},
           {"Debit", "GL_Debit_Amount", As::money},
           {"Credit", "GL_Credit_Amount", As::money}});
+  report(books, "The accounts that moved",
+         "Select Account_No, Account_Name, Current_Balance From Chart_Of_Accounts"
+         " Where Current_Balance <> 0 Order By Account_No",
+         {{"Account", "Account_No"},
+          {"Name", "Account_Name"},
+          {"Balance", "Current_Balance", As::money}});
 }
 
 }  // namespace

@@ -49,24 +49,24 @@ bool CashPurchase::move_stock() {
                            },
                        .unit_price = net_unit_price,
                        .ordered = false});
-  const auto members = [&](Recordset& line) {
-    return StockIn::Members{{"AdoConnectionObject", Held::of(AdoConnectionObject)},
-                            {"CompanyPrefix", CompanyPrefix()},
-                            {"BranchPrefix", BranchPrefix()},
-                            {"ItemCode", line("Item_Code")},
-                            {"ItemName", line("Item_Name")},
-                            {"LocationCode", line("location_ID")},
-                            {"LocationName", line("Location_Name")},
-                            {"LocationQty", head_of(line("Cash_Pur_Inv_Qty"))},
-                            {"LastUpdate", LastUpdate()},
-                            {"UnitName", line("Unit_Name")}};
+  const auto set_members = [&](Sibling& location, Recordset& line) {
+    location.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+                  {"CompanyPrefix", CompanyPrefix()},
+                  {"BranchPrefix", BranchPrefix()},
+                  {"ItemCode", line("Item_Code")},
+                  {"ItemName", line("Item_Name")},
+                  {"LocationCode", line("location_ID")},
+                  {"LocationName", line("Location_Name")}});
+    location.set("LocationQty", head_of(line("Cash_Pur_Inv_Qty")));
+    location.set("LastUpdate", LastUpdate());
+    location.set("UnitName", line("Unit_Name"));
   };
   return stock.locate(sql({"Select B.Cash_Pur_Inv_No, B.Location_ID, B.Location_Name,C.Base_Qty,"
                            " B.Item_Code, B.Item_Name,C.Item_Type, B.Unit_Qty, B.Cash_Pur_Inv_Qty,"
                            " b.Unit_Name from Cash_Purchase_Detail B,Item_Master C"
                            " Where  B.Item_Code=C.Item_Code and B.Cash_Pur_Inv_No=",
                            text(CashPurInvNo())}),
-                      members) &&
+                      set_members) &&
          stock.cost(sql({"Select A.* , B.Base_Qty as BaseQty, B.Item_Type as Item_Type"
                          " from Cash_Purchase_Detail A, Item_Master B"
                          " Where A.Item_Code = B.Item_Code and Cash_Pur_Inv_No=",

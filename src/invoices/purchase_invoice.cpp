@@ -107,6 +107,7 @@ bool PurchaseInvoice::Get_Purchase_Invoice() {
     read_columns_skipping_null(invoice_master_columns(), *this, master);
     read_order_date(master);
     read_exchange_rate(master);
+    master.Close();  // its session serves the lines
     return SkipDetailLoad || Get_Purchase_Invoice_Detail();
   });
 }

@@ -39,12 +39,7 @@ bool PurchaseInvoice::Account_Posting(std::string& pDesc, std::string& pAcNo, do
       pDesc += "- Ref.No:" + VendorRefInvoiceNo() +
                "- Ref.Date:" + VendorRefInvoiceDate().general_text();
     }
-    const bool credit = pType == "Credit";
-    ledger.state(heading(), {pDesc, pAcNo, credit ? Side::credit : Side::debit,
-                             pInvAmt + TaxAmount(), pInvFCAmt + TaxAmount()});
-    if (!ledger.insert()) return false;
-    if (credit) pInvAmt = -pInvAmt;
-    return ledger.move(pAcNo, pInvAmt);
+    return ledger.post(heading(), {pDesc, pAcNo, pInvAmt, pInvFCAmt, pType, TaxAmount()});
   });
 }
 

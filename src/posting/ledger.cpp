@@ -36,6 +36,15 @@ void PostedDocument::Ledger::state(const Heading& heading, const LedgerLine& lin
   });
 }
 
+bool PostedDocument::Ledger::post(const Heading& heading, const Entry& entry) {
+  const bool credit = entry.type == "Credit";
+  state(heading, {entry.description, entry.account, credit ? Side::credit : Side::debit,
+                  entry.amount + entry.on_top, entry.fc_amount + entry.on_top});
+  if (!insert()) return false;
+  if (credit) entry.amount = -entry.amount;
+  return move(entry.account, entry.amount);
+}
+
 bool PostedDocument::Ledger::insert() {
   return component_.call("GLInsert") || document_.refused_by(component_);
 }

@@ -30,6 +30,18 @@ class PostedDocument::Ledger {
   bool insert();
   /// By reference: the component may hand other values back.
   bool move(std::string& account, double& amount);
+  /// A whole line on the side that its type names ("Credit", or any other text for a debit) and the
+  /// move of its account. `amount` is negated on a credit that was inserted. `on_top` stands on the
+  /// line in both currencies and moves nothing.
+  struct Entry {
+    const std::string& description;
+    std::string& account;
+    double& amount;
+    double fc_amount;
+    const std::string& type;
+    double on_top = 0;
+  };
+  bool post(const Heading& heading, const Entry& entry);
   /// The stated line, and `movement` on its account.
   bool post(std::string account, double movement) { return insert() && move(account, movement); }
 

@@ -56,12 +56,13 @@ bool GRN::Update_GRN() {
 }
 
 bool GRN::save_totals() {
-  execute(sql({"Update Goods_Receive_Master set GRN_SubTotal=", number(GRNSubTotal()),
-               ",GRN_FC_SubTotal=", number(GRNFCSubTotal()),
-               ",GRN_Discount_Amount=", number(GRNDiscountAmount()),
-               ",GRN_FC_Discount_Amount=", number(GRNFCDiscountAmount()),
-               ", GRN_Total_Amount=", number(GRNSubTotal() - GRNDiscountAmount()),
-               ", GRN_FC_Total_Amount=", number(GRNFCSubTotal() - GRNFCDiscountAmount()),
+  // The statement carries its numbers as text, so what is stored is what a reader of it sees.
+  const auto told = [](double amount) { return number(head_number(general_text(amount))); };
+  execute(sql({"Update Goods_Receive_Master set GRN_SubTotal=", told(GRNSubTotal()),
+               ",GRN_FC_SubTotal=", told(GRNFCSubTotal()), ",GRN_Discount_Amount=",
+               told(GRNDiscountAmount()), ",GRN_FC_Discount_Amount=", told(GRNFCDiscountAmount()),
+               ", GRN_Total_Amount=", told(GRNSubTotal() - GRNDiscountAmount()),
+               ", GRN_FC_Total_Amount=", told(GRNFCSubTotal() - GRNFCDiscountAmount()),
                " Where GRN_No =", text(GRNNo())}));
   return true;
 }
@@ -103,8 +104,8 @@ bool GRN::Save_GRN_Detail() {
   GRNFCSubTotal = 0;
   GRNDiscountAmount = 0;
   GRNFCDiscountAmount = 0;
-  const auto grid = given(GridName());
   auto detail = open(sql({"Select * from Goods_Receive_Detail"}), Dynamic);
+  const auto grid = given(GridName());
   std::int32_t serial = 0;
   const std::int32_t rows = grid->Rows();
   for (std::int32_t row = 1; row < rows; ++row) {

@@ -19,13 +19,7 @@ struct GRN::Accounts {
 bool GRN::GL_Posting(std::string& pDesc, std::string& pAcNo, double& pInvAmt, double& pInvFCAmt,
                      std::string& pType) {
   return trapped(Trap::plain, [&] {
-    Ledger ledger(*this);
-    const bool credit = pType == "Credit";
-    ledger.state(heading(),
-                 {pDesc, pAcNo, credit ? Side::credit : Side::debit, pInvAmt, pInvFCAmt});
-    if (!ledger.insert()) return false;
-    if (credit) pInvAmt = -pInvAmt;
-    return ledger.move(pAcNo, pInvAmt);
+    return Ledger(*this).post(heading(), {pDesc, pAcNo, pInvAmt, pInvFCAmt, pType});
   });
 }
 

@@ -18,8 +18,8 @@ Value amount_less_overall_discount(Recordset& line) {
 Value net_unit_price(Recordset& line) {
   const double overall =
       quotient(line("PO_Overall_Disc").value().to_number(), line("grn_qty").value().to_number());
-  return sum(line("GRN_Unit_Price"),
-             -head_of(line("GRN_Item_Disc_Amount")) - head_number(general_text(overall)));
+  return sum(sum(line("GRN_Unit_Price"), -head_of(line("GRN_Item_Disc_Amount"))),
+             -head_number(general_text(overall)));
 }
 
 }  // namespace
@@ -34,19 +34,18 @@ bool GRN::move_stock() {
                        .cost = [](Recordset& line) { return head_of(line("GRN_Item_Amount")); },
                        .unit_price = net_unit_price,
                        .ordered = true});
-  const auto members = [&](Recordset& line) {
-    StockIn::Members set{{"CompanyPrefix", CompanyPrefix()},
-                         {"BranchPrefix", BranchPrefix()},
-                         {"ItemCode", line("Item_Code")},
-                         {"ItemName", line("Item_Name")},
-                         {"LocationCode", line("location_ID")}};
+  const auto set_members = [&](Sibling& location, Recordset& line) {
+    location.set({{"CompanyPrefix", CompanyPrefix()},
+                  {"BranchPrefix", BranchPrefix()},
+                  {"ItemCode", line("Item_Code")},
+                  {"ItemName", line("Item_Name")},
+                  {"LocationCode", line("location_ID")}});
     // A line without a location's name keeps that of the line before.
-    const Value location = line("Location_Name");
-    if (!location.is_null()) set.emplace_back("LocationName", location);
-    set.insert(set.end(), {{"LastUpdate", LastUpdate()},
-                           {"LocationQty", line("grn_qty").value().to_number()},
-                           {"UnitName", line("Unit_Name")}});
-    return set;
+    const Value name = line("Location_Name");
+    if (!name.is_null()) location.set("LocationName", name);
+    location.set("LastUpdate", LastUpdate());
+    location.set("LocationQty", line("grn_qty").value().to_number());
+    location.set("UnitName", line("Unit_Name"));
   };
   return stock.locate(
              sql({"Select B.GRN_NO, B.Location_ID, B.Location_Name,C.Base_Qty, B.Item_Code,"
@@ -54,7 +53,7 @@ bool GRN::move_stock() {
                   "Goods_Receive_Detail B,Item_Master C Where B.Item_Code=C.Item_Code"
                   " and B.GRN_NO=",
                   text(GRNNo())}),
-             members) &&
+             set_members) &&
          stock.move(sql({"Select A.* , B.Base_Qty as BaseQty ,B.Item_Type"
                          " from Goods_Receive_Detail A, Item_Master B"
                          " Where A.Item_Code = B.Item_Code and GRN_No=",

@@ -42,24 +42,29 @@ const std::array<SourceKind, 3>& source_kinds() {
   return kKinds;
 }
 
-/// Any other kind has no source to be marked.
-const SourceKind& source_kind(const std::string& kind) {
+/// Null for any other kind.
+const SourceKind* source_kind(const std::string& kind) {
   for (const SourceKind& each : source_kinds()) {
-    if (each.kind == kind) return each;
+    if (each.kind == kind) return &each;
   }
-  throw Failure(kDatabaseFailure, "A return with the source \"" + kind +
-                                      "\" has no source document that could be marked.");
+  return nullptr;
+}
+
+/// What is opened for a kind that has no source to be marked: it raises.
+Statement no_statement() {
+  return sql({""});
 }
 
 }  // namespace
 
 bool PurchaseReturn::UpdateReturnSource() {
-  const SourceKind& kind = source_kind(Ref_Doc_Type());
+  const SourceKind* kind = source_kind(Ref_Doc_Type());
   std::string number;
   {
-    auto master =
-        open(sql({kind.master, digits(Held::of(Refno)), " and ", kind.processed}), Keyset);
-    if (master.RecordCount() > 0) number = master(kind.number).value().text_or_empty();
+    auto master = open(kind ? sql({kind->master, digits(Held::of(Refno)), " and ", kind->processed})
+                            : no_statement(),
+                       Keyset);
+    if (master.RecordCount() > 0) number = master(kind->number).value().text_or_empty();
   }
   if (trim(number).empty()) return true;
   auto lines = open(
@@ -82,9 +87,10 @@ bool PurchaseReturn::Update_Source(std::shared_ptr<Connection>& /*Cn*/, std::str
                                    double& pQty, std::string& pSource, std::string& pItemCode,
                                    std::int32_t& /*pRefSLNO*/) {
   return trapped(Trap::plain, [&] {
-    auto line =
-        open(sql({source_kind(pSource).detail, text(pDocNo), " And Item_Code=", text(pItemCode)}),
-             Static);
+    const SourceKind* kind = source_kind(pSource);
+    auto line = open(kind ? sql({kind->detail, text(pDocNo), " And Item_Code=", text(pItemCode)})
+                          : no_statement(),
+                     Static);
     if (line.RecordCount() == 0) return true;
     const Value returned = line("Return_Qty");
     line("Return_Qty") = returned.is_null() ? Value(pQty) : sum(returned, pQty);

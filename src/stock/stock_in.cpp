@@ -1,6 +1,5 @@
 #include "stock/stock_in.h"
 
-#include "frame/hosting/sibling.h"
 #include "frame/number.h"
 #include "stock/item_type.h"
 
@@ -15,14 +14,13 @@ double PostedDocument::StockIn::base_quantity(Recordset& line) const {
   return head_of(line("Unit_Qty")) * head_of(line(terms_.quantity));
 }
 
-bool PostedDocument::StockIn::locate(const Statement& lines,
-                                     const std::function<Members(Recordset& line)>& members) const {
+bool PostedDocument::StockIn::locate(const Statement& lines, const SetMembers& set_members) const {
   auto line = document_.open(lines, KeysetPessimistic);
   auto stock = document_.sibling("OmbrixInventory.LocationStock");
   if (terms_.ordered) stock.set("AdoConnectionObject", Held::of(document_.AdoConnectionObject));
   for (; !line.IsEOF(); line.MoveNext()) {
     if (!is_stocked(line("Item_Type"))) continue;
-    for (const auto& [member, value] : members(line)) stock.set(member, value);
+    set_members(stock, line);
     Value in = 0;
     if (!stock.call("UpdateLocationStock", {&in, 1})) return document_.refused_by(stock);
   }
@@ -44,9 +42,9 @@ bool PostedDocument::StockIn::move(const Statement& lines) const {
                  {"UnitCode", line("Unit_Code")},
                  {"UnitName", line("Unit_Name")},
                  {"FOC_Flag", line("FOC_Flag")},
-                 {"UnitQty", line("Unit_Qty")},
-                 {"InQty", base_quantity(line)},
-                 {"InAmount", terms_.net_amount(line)}});
+                 {"UnitQty", line("Unit_Qty")}});
+    journal.set("InQty", base_quantity(line));
+    journal.set("InAmount", terms_.net_amount(line));
     const double amount = journal.get("InAmount").to_number();
     journal.set({{"InPrice", quotient(amount, journal.get("InQty").to_number())},
                  {"DocumentNo", heading_.number},
@@ -129,10 +127,10 @@ bool PostedDocument::StockIn::log(const Statement& lines) const {
              {"UnitName", line("Unit_Name")},
              {"FOC_Flag", line("FOC_Flag")},
              {"UnitQty", line("Unit_Qty")},
-             {"PurchaseQty", line(terms_.quantity)},
-             {"TotalPurchaseQty", base_quantity(line)},
-             {"PurchaseUnitPrice", terms_.unit_price(line)},
-             {"PurchaseItemAmount", terms_.net_amount(line)}});
+             {"PurchaseQty", line(terms_.quantity)}});
+    log.set("TotalPurchaseQty", base_quantity(line));
+    log.set("PurchaseUnitPrice", terms_.unit_price(line));
+    log.set("PurchaseItemAmount", terms_.net_amount(line));
     // A line without a project keeps that of the line before.
     if (const Value project = line("Proj_No"); !project.is_null()) log.set("ProjNo", project);
     if (!log.call("Create_PurchaseLog")) return document_.refused_by(log);

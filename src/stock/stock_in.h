@@ -1,15 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "ombrix/purchase/posted_document.h"
 
 #include "frame/database/statement.h"
+#include "frame/hosting/sibling.h"
 
 namespace ombrix::purchase {
 
@@ -20,7 +19,8 @@ namespace ombrix::purchase {
 /// The lines come joined with their items, so that a line without an item enters nothing.
 class PostedDocument::StockIn {
  public:
-  using Members = std::vector<std::pair<std::string_view, Value>>;
+  /// Sets the members of a component for a line, in their order.
+  using SetMembers = std::function<void(Sibling& component, Recordset& line)>;
 
   /// How a document differs.
   struct Terms {
@@ -41,10 +41,8 @@ class PostedDocument::StockIn {
   StockIn(PostedDocument& document, const Heading& heading, Terms terms)
       : document_(document), heading_(heading), terms_(std::move(terms)) {}
 
-  /// Raises the quantity at the location of each stocked line. `members` answers what the component
-  /// is set to for a line.
-  bool locate(const database::Statement& lines,
-              const std::function<Members(Recordset& line)>& members) const;
+  /// Raises the quantity at the location of each stocked line.
+  bool locate(const database::Statement& lines, const SetMembers& set_members) const;
   /// One entry of the stock journal for each stocked line.
   bool move(const database::Statement& lines) const;
   /// Quantity, amount and average cost of each stocked item, and the vendor's last price.

@@ -175,6 +175,8 @@ TEST_P(PurchaseInvoiceSweepTest, Process_Invoice) {
       books.execute("Update Purchase_Invoice_Master Set Invoice_Type='LPO'");
       books.execute("Delete From Purchase_Invoice_Detail Where SL_No=2");
     };
+    // The order differs in its marks and amounts alone, which no run changes.
+    sweep.in_runs = type == "GRN";
     sweep.subject = [type](const Books& books, const ProcessingRun& run) {
       const auto invoice = invoice_on(books, run);
       invoice->RefInvoiceType = std::string(type);

@@ -92,6 +92,7 @@ TEST_P(LPOSweepTest, Process_LPO) {
              };
              return subject;
            },
+       .in_runs = true,
        .differs =
            [&](const Cut& cut, Outcome& expected) {
              const bool reading = cut.call().road == Call::Road::text;

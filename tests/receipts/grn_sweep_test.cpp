@@ -26,10 +26,10 @@ void silent_in_tax(const Cut& cut, Outcome& expected) {
   const auto tax = std::find_if(cut.journal.begin(), cut.journal.end(), [](const Call& call) {
     return call.text.starts_with("select TaxAuthorityCode");
   });
-  const auto in_tax = static_cast<std::size_t>(tax - cut.journal.begin()) <= cut.place;
-  if (in_tax && !cut.concerns("CounterTransaction") && !cut.concerns("Document_Prefix")) {
-    expected.reason.clear();
-  }
+  const bool behind = cut.concerns("CounterTransaction") || cut.concerns("From Document_Prefix") ||
+                      cut.concerns("Update Document_Prefix");
+  const auto first = static_cast<std::size_t>(tax - cut.journal.begin());
+  if (cut.place >= first && !behind) expected.reason.clear();
 }
 
 /// Two saved receipts: one to fail on, one to go on with.
@@ -59,6 +59,21 @@ class GRNSweepTest : public ::testing::TestWithParam<std::string> {
                 },
             .differs = silent_in_tax};
   }
+  /// What was posted before the failure stays, and is posted again by the next call.
+  Sweep posting(const std::string& name, bool (purchase::GRN::*method)()) const {
+    auto sweep = on_saved(name, method);
+    sweep.subject = [method](const Books& books, const ProcessingRun& run) {
+      const auto receipt = receipt_on(books, run);
+      receipt->GRNNo = "AABRGRNTMP3";
+      auto subject = at_work(receipt, method);
+      subject.again = [receipt, method] {
+        receipt->TaxAmount = 100;
+        return (receipt.get()->*method)();
+      };
+      return subject;
+    };
+    return sweep;
+  }
 };
 OMBRIX_ON_EACH_DATABASE(GRNSweepTest);
 
@@ -77,15 +92,16 @@ TEST_P(GRNSweepTest, Get_GRN) {
 }
 
 TEST_P(GRNSweepTest, GRN_Posting) {
-  run(on_saved("GRN_Posting", &purchase::GRN::GRN_Posting));
+  run(posting("GRN_Posting", &purchase::GRN::GRN_Posting));
 }
 
 TEST_P(GRNSweepTest, GRN_Tax_Posting) {
-  run(on_saved("GRN_Tax_Posting", &purchase::GRN::GRN_Tax_Posting));
+  run(posting("GRN_Tax_Posting", &purchase::GRN::GRN_Tax_Posting));
 }
 
 TEST_P(GRNSweepTest, ProcessGRN) {
   auto sweep = on_saved("ProcessGRN", &purchase::GRN::ProcessGRN);
+  sweep.in_runs = true;
   sweep.subject = [](const Books& books, const ProcessingRun& run) {
     const auto receipt = receipt_on(books, run);
     receipt->GRNNo = "AABRGRNTMP3";

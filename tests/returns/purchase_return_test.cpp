@@ -217,9 +217,9 @@ TEST_P(PurchaseReturnTest, statements_and_their_roads_are_these) {
   const std::string serial = "(3,3,-1) Select max(SL_NO) as MaxNo from Purchase_Return_Detail";
   EXPECT_EQ(statements([&] { return document.Create_Purchase_Rtn(); }),
             (std::vector{master, detail, serial}));
-  EXPECT_EQ(
-      statements([&] { return document.Update_Purchase_Rtn(); }),
-      (std::vector{master, "(0,0,0) Delete from Purchase_Return_Detail" + number, detail, serial}));
+  EXPECT_EQ(statements([&] { return document.Update_Purchase_Rtn(); }),
+            (std::vector{master, "(0,0,-1) Delete from Purchase_Return_Detail" + number, detail,
+                         serial}));
   EXPECT_EQ(statements([&] { return document.Get_Purchase_Rtn(); }),
             (std::vector{"text (1,3,-1) Select * from Purchase_Return_Master" + number,
                          "text (3,-1,-1) Select * from Purchase_Return_Detail" + number +

@@ -155,8 +155,9 @@ TEST_P(ReturnProcessingTest, statements_and_their_roads_are_these) {
           "(1,3,-1) Select Document_Next_No, Last_Update From Document_Prefix Where"
           " Document_Prefix='PR' and Company_Prefix='AA' and Branch_Prefix='BR'"}));
   books.execute("Update Item_Master Set Costing_Type='LIFO'");
+  document.manualDocIdentity = 10;
   ASSERT_TRUE(document.Create_Purchase_Rtn());
-  EXPECT_EQ(statements([&] { return document.Process_Return(); })[6],
+  EXPECT_EQ(statements([&] { return document.Process_Return(); }).at(6),
             "(1,3,-1) Select * from Purchase_Log where Item_Code='AA1001' and branch_Prefix='BR'"
             " And Total_Purchase_Qty - Sold_Qty > 0 Order by Purchase_Log_Date Desc");
 }

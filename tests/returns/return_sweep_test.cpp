@@ -101,6 +101,7 @@ bool posts_tax(const Cut& cut) {
 
 TEST_P(ReturnSweepTest, Process_Return) {
   auto processing = sweep("Process_Return", GetParam(), &PurchaseReturn::Process_Return);
+  processing.in_runs = true;
   processing.subject = [](const Books& books, const ProcessingRun& run) {
     const auto document = return_on(books, run);
     document->PurchaseRtnNo = "AABRPRTMP1";

@@ -48,6 +48,7 @@ struct Outcome {
   std::string rows;  ///< of all tables but the counters; False in a transaction leaves none
   /// Only where the method keeps some numbers and gives others back; else the harness knows.
   std::string counters{};
+  bool raised = false;  ///< the method has no trap there: the client gets the failure
 };
 
 struct Sweep {
@@ -59,6 +60,9 @@ struct Sweep {
   /// False for a method that writes through the text: a transaction of the client's own stands in
   /// its way, and a rollback does not reach what it wrote.
   bool in_transaction = true;
+  /// True for a method that processes: it knows the runs and a number of the client's own. For any
+  /// other one run is enough.
+  bool in_runs = false;
   /// Where the method's trap says otherwise, or it carries on: the test names the call.
   std::function<void(const Cut&, Outcome&)> differs = [](const Cut&, Outcome&) {};
 };

@@ -1,15 +1,18 @@
 #include "support/witness.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <sstream>
 #include <string_view>
 #include <thread>
+#include <variant>
 
 #include "ombrix/failure.h"
 #include "ombrix/recordset.h"
 
 #include "frame/database/connection_access.h"
+#include "frame/text.h"
 
 namespace ombrix::testing {
 
@@ -34,6 +37,18 @@ std::size_t end_sessions(const std::shared_ptr<Connection>& connection, const st
     std::this_thread::sleep_for(std::chrono::microseconds(200));
   }
   return ended;
+}
+
+/// As it stands in a statement; a number to its last digit.
+std::string literal(const Value& value) {
+  if (value.is_null()) return "Null";
+  if (const auto* number = std::get_if<double>(&value.held())) {
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof digits, *number).ptr};
+  }
+  std::string text;
+  for (const char c : value.to_text()) text.append(c == '\'' ? 2 : 1, c);
+  return value.is_text() ? "'" + text + "'" : text;
 }
 
 }  // namespace
@@ -87,20 +102,47 @@ std::vector<std::string> Witness::filled_tables() const {
   return tables;
 }
 
-std::string Witness::rows_of(const std::string& table) const {
+std::vector<std::string> Witness::columns_of(const std::string& table) const {
   const auto known = database::ConnectionAccess::session(*connection_)->table(table);
+  std::vector<std::string> names;
+  for (const auto& column : known->columns) {
+    if (!same_name(column.name, "Row_Id")) names.push_back(column.name);
+  }
+  return names;
+}
+
+std::string Witness::rows_of(const std::string& table) const {
+  const auto columns = columns_of(table);
   Recordset set;
   set.Open("Select * from " + table, connection_, Static);
   std::string text = "= " + table + '\n';
   for (; !set.IsEOF(); set.MoveNext()) {
-    for (const auto& column : known->columns) {
-      if (same_name(column.name, "Row_Id")) continue;
-      const Value value = set(column.name);
+    for (const auto& column : columns) {
+      const Value value = set(column);
       text += (value.is_null() ? "Null" : value.to_text()) + '|';
     }
     text += '\n';
   }
   return text;
+}
+
+std::string Witness::inserts() const {
+  std::string statements;
+  for (const std::string& table : filled_tables()) {
+    const auto columns = columns_of(table);
+    std::string names;
+    for (const auto& column : columns) names += (names.empty() ? "" : ", ") + column;
+    Recordset set;
+    set.Open("Select * from " + table, connection_, Static);
+    for (; !set.IsEOF(); set.MoveNext()) {
+      std::string values;
+      for (const auto& column : columns) {
+        values += (values.empty() ? "" : ", ") + literal(set(column));
+      }
+      statements += "Insert Into " + table + " (" + names + ") Values (" + values + ");";
+    }
+  }
+  return statements;
 }
 
 }  // namespace ombrix::testing

@@ -24,8 +24,9 @@ class Witness {
     friend bool operator==(const State&, const State&) = default;
   };
   State look() const;
-  /// Statements that delete every row.
+  /// Statements that delete every row, and those that write the rows of now again.
   std::string emptying() const;
+  std::string inserts() const;
 
   /// The server's own process behind a connection.
   static std::string process_of(const std::shared_ptr<Connection>& connection);
@@ -37,6 +38,8 @@ class Witness {
  private:
   std::vector<std::string> filled_tables() const;
   std::string rows_of(const std::string& table) const;
+  /// Those that are not counted up by the database.
+  std::vector<std::string> columns_of(const std::string& table) const;
 
   std::shared_ptr<Connection> connection_;
   std::string filled_tables_;  ///< the statement that names them

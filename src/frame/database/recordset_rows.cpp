@@ -1,14 +1,14 @@
 #include "frame/database/recordset_rows.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 #include "frame/database/row_text.h"
 
 namespace ombrix {
 
 using database::Cell;
-using database::Parameters;
+using database::Parameter;
 using database::RowWrite;
 
 namespace {
@@ -28,6 +28,11 @@ constexpr int kOptimistic = 3;
                 "database, or of the selected lock type.");
 }
 
+Value taken(Cell cell) {
+  if (auto* text = std::get_if<std::string>(&cell)) return std::move(*text);
+  return database::to_value(cell);
+}
+
 void expect_one_row(std::int64_t rows) {
   if (rows == 1) return;
   throw Failure(kDatabaseFailure,
@@ -36,6 +41,27 @@ void expect_one_row(std::int64_t rows) {
 }
 
 }  // namespace
+
+void Recordset::Rows::Changes::clear() {
+  places.clear();
+  values.clear();
+}
+
+void Recordset::Rows::Changes::set(std::size_t place, Parameter value) {
+  const auto same = std::find(places.begin(), places.end(), place);
+  if (same != places.end()) {
+    values[static_cast<std::size_t>(same - places.begin())] = std::move(value);
+    return;
+  }
+  places.push_back(place);
+  values.push_back(std::move(value));
+}
+
+const Cell* Recordset::Rows::Changes::find(std::size_t place) const {
+  const auto found = std::find(places.begin(), places.end(), place);
+  if (found == places.end()) return nullptr;
+  return &values[static_cast<std::size_t>(found - places.begin())].cell;
+}
 
 template <class Text, class Run>
 void Recordset::Rows::watched(Call::Kind kind, Text text, Run run) {
@@ -101,11 +127,9 @@ void Recordset::Rows::move_next() {
 
 Value Recordset::Rows::read(std::string_view name) {
   const std::size_t place = place_of(name);
-  for (const Change& change : changes_) {
-    if (change.place == place) return database::to_value(change.cell);
-  }
+  if (const Cell* changed = changes_.find(place)) return database::to_value(*changed);
   require_row();
-  return database::to_value(held(place));
+  return taken(held(place));
 }
 
 void Recordset::Rows::write(std::string_view name, const Value& value) {
@@ -114,14 +138,7 @@ void Recordset::Rows::write(std::string_view name, const Value& value) {
   const auto kind = plan_->kinds[place];
   if (!kind) raise_not_updatable();
   require_row();
-  Cell cell = database::to_cell(value, *kind);
-  const auto same = std::find_if(changes_.begin(), changes_.end(),
-                                 [&](const Change& change) { return change.place == place; });
-  if (same != changes_.end()) {
-    same->cell = std::move(cell);
-  } else {
-    changes_.push_back({place, std::move(cell)});
-  }
+  changes_.set(place, {*kind, database::to_cell(value, *kind)});
 }
 
 void Recordset::Rows::add_new() {
@@ -151,48 +168,63 @@ void Recordset::Rows::erase() {
 }
 
 void Recordset::Rows::run(Call::Kind kind) {
-  std::vector<std::size_t> values;
-  values.reserve(changes_.size());
-  for (const Change& change : changes_) values.push_back(change.place);
-  RowWrite& write = write_of(kind, std::move(values));
-  Parameters parameters = parameters_of(write);
-  database::Rows filled;
-  try {
-    watched(
-        kind, [&] { return database::joined_row_text(write.text, parameters); },
-        [&] {
-          filled = run_prepared(write, parameters);
-          return 1;
-        });
-  } catch (...) {
-    take_back(parameters);
-    throw;
-  }
-  take_back(parameters);
+  RowWrite& write = write_of(kind);
+  const database::Rows filled = run_watched(write);
   for (std::size_t i = 0; i < write.filled.size(); ++i) {
-    changes_.push_back({write.filled[i], filled.cell(0, i)});
+    const std::size_t place = write.filled[i];
+    changes_.set(place, {*plan_->kinds[place], filled.cell(0, i)});
   }
-  for (Change& change : changes_) {
-    std::erase_if(written_, [&](const Change& old) { return old.place == change.place; });
+  if (written_.empty()) {
+    std::swap(written_, changes_);
+    return;
   }
-  std::move(changes_.begin(), changes_.end(), std::back_inserter(written_));
+  for (std::size_t i = 0; i < changes_.places.size(); ++i) {
+    written_.set(changes_.places[i], std::move(changes_.values[i]));
+  }
   changes_.clear();
 }
 
-database::Rows Recordset::Rows::run_prepared(RowWrite& write, const Parameters& parameters) {
+database::Rows Recordset::Rows::run_watched(RowWrite& write) {
+  // The key and the guard stand behind the values while the write runs, and only then.
+  struct Tail {
+    Changes& changes;
+    ~Tail() {
+      const auto count = static_cast<std::ptrdiff_t>(changes.places.size());
+      changes.values.erase(changes.values.begin() + count, changes.values.end());
+    }
+  } const tail{changes_};
+  if (write.kind != Call::Kind::insert) {
+    for (const auto* places : {&plan_->key, &write.guard}) {
+      for (const std::size_t place : *places) {
+        changes_.values.push_back({*plan_->kinds[place], held(place)});
+      }
+    }
+  }
+  database::Rows filled;
+  watched(
+      write.kind, [&] { return database::joined_row_text(write.text, changes_.values); },
+      [&] {
+        filled = run_prepared(write);
+        return 1;
+      });
+  return filled;
+}
+
+database::Rows Recordset::Rows::run_prepared(RowWrite& write) {
   // The session must be asked each time: it may have been lost since the statement was prepared.
   source_.session->driver();
+  const auto& parameters = changes_.values;
   if (!write.statement) write.statement = source_.session->prepared(write.text, parameters);
   if (!write.filled.empty()) return write.statement->fetch(parameters);
   expect_one_row(write.statement->run(parameters));
   return database::Rows();
 }
 
-RowWrite& Recordset::Rows::write_of(Call::Kind kind, std::vector<std::size_t> values) {
+RowWrite& Recordset::Rows::write_of(Call::Kind kind) {
   for (RowWrite& write : plan_->writes) {
-    if (write.kind == kind && write.values == values) return write;
+    if (write.kind == kind && write.values == changes_.places) return write;
   }
-  RowWrite write{kind, std::move(values), {}, {}, {}, nullptr};
+  RowWrite write{kind, changes_.places, {}, {}, {}, nullptr};
   const auto writes = [&write](std::size_t place) {
     return std::find(write.values.begin(), write.values.end(), place) != write.values.end();
   };
@@ -224,28 +256,6 @@ std::string Recordset::Rows::text_of(const RowWrite& write) const {
   return database::delete_text(table, names(plan_->key), names(write.guard));
 }
 
-Parameters Recordset::Rows::parameters_of(const RowWrite& write) {
-  Parameters parameters;
-  parameters.reserve(write.values.size() + plan_->key.size() + write.guard.size());
-  for (Change& change : changes_) {
-    parameters.push_back({*plan_->kinds[change.place], std::move(change.cell)});
-  }
-  if (write.kind == Call::Kind::insert) return parameters;
-  for (const std::size_t place : plan_->key) {
-    parameters.push_back({*plan_->kinds[place], held(place)});
-  }
-  for (const std::size_t place : write.guard) {
-    parameters.push_back({*plan_->kinds[place], held(place)});
-  }
-  return parameters;
-}
-
-void Recordset::Rows::take_back(Parameters& parameters) {
-  for (std::size_t i = 0; i < changes_.size(); ++i) {
-    changes_[i].cell = std::move(parameters[i].cell);
-  }
-}
-
 std::size_t Recordset::Rows::place_of(std::string_view name) {
   // A few columns further on, because some are left alone. In a join two may bear one name.
   constexpr std::size_t kAhead = 6;
@@ -267,9 +277,7 @@ void Recordset::Rows::require_row() {
 }
 
 Cell Recordset::Rows::held(std::size_t place) const {
-  for (const Change& change : written_) {
-    if (change.place == place) return change.cell;
-  }
+  if (const Cell* written = written_.find(place)) return *written;
   return begun_ ? plan_->initial[place] : fetched_.cell(position_, place);
 }
 

@@ -59,18 +59,22 @@ class Recordset::Rows {
   void leave_row();
   void require_updatable() const;
 
-  /// The write of these columns, as it was made before or anew.
-  database::RowWrite& write_of(Call::Kind kind, std::vector<std::size_t> values);
+  /// The write of the changed columns, as it was made before or anew.
+  database::RowWrite& write_of(Call::Kind kind);
   std::string text_of(const database::RowWrite& write) const;
-  /// Moves the changes into the parameters; `take_back` moves them out again.
-  database::Parameters parameters_of(const database::RowWrite& write);
-  void take_back(database::Parameters& parameters);
   void run(Call::Kind kind);
-  database::Rows run_prepared(database::RowWrite& write, const database::Parameters& parameters);
+  database::Rows run_watched(database::RowWrite& write);
+  database::Rows run_prepared(database::RowWrite& write);
 
-  struct Change {
-    std::size_t place;
-    database::Cell cell;
+  /// Values of columns of one row, in the order in which they were given: as a write binds them.
+  struct Changes {
+    std::vector<std::size_t> places;
+    database::Parameters values;
+
+    bool empty() const { return places.empty(); }
+    void clear();
+    void set(std::size_t place, database::Parameter value);
+    const database::Cell* find(std::size_t place) const;
   };
 
   Source source_;
@@ -79,11 +83,11 @@ class Recordset::Rows {
   bool looked_ = false;
   database::Rows fetched_;
   std::size_t position_ = 0;
-  std::size_t last_place_ = 0;   ///< columns are mostly named in their order
-  std::vector<Change> changes_;  ///< of the current row, not written yet
-  std::vector<Change> written_;  ///< written since the row was fetched or begun
-  bool begun_ = false;           ///< the current row came by `add_new`
-  bool adding_ = false;          ///< and is not written yet
+  std::size_t last_place_ = 0;  ///< columns are mostly named in their order
+  Changes changes_;             ///< of the current row, not written yet
+  Changes written_;             ///< since the row was fetched or begun
+  bool begun_ = false;          ///< the current row came by `add_new`
+  bool adding_ = false;         ///< and is not written yet
   bool deleted_ = false;
 };
 

@@ -15,6 +15,8 @@ class Rows {
  public:
   explicit Rows(std::size_t columns = 0) : columns_(columns) {}
 
+  void reserve(std::size_t rows) { cells_.reserve(rows * columns_); }
+
   std::size_t columns() const { return columns_; }
   std::size_t count() const { return columns_ == 0 ? 0 : cells_.size() / columns_; }
 

@@ -122,6 +122,7 @@ class PostgresPrepared final : public Prepared {
     const auto result = execute(parameters);
     const int width = PQnfields(result.get());
     Rows rows(static_cast<std::size_t>(width));
+    rows.reserve(static_cast<std::size_t>(PQntuples(result.get())));
     for (int row = 0; row < PQntuples(result.get()); ++row) {
       for (int column = 0; column < width; ++column) add_cell(rows, result.get(), row, column);
     }
