@@ -177,8 +177,8 @@ bool CashPurchase::Post_Accounts_Payable() {
                         .vendor = std::string(trim(VendorCode())),
                         .amount = CashPurInvAmount() + TaxAmount(),
                         .fc_amount = TaxAmount() + CashPurInvFCAmount(),
-                        .of_branch = false};
-  return find_payable_account(payable, account) && enter_payable(payable, account) &&
+                        .tells_branch = false};
+  return find_payable_account(false, account) && enter_payable(payable, account) &&
          credit_payment(payable_description(), account);
 }
 

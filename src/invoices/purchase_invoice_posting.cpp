@@ -157,8 +157,8 @@ bool PurchaseInvoice::post_payable() {
                         .vendor = VendorCode(),
                         .amount = PurchaseInvAmount(),
                         .fc_amount = PurchaseInvFCAmount(),
-                        .of_branch = true};
-  if (!find_payable_account(payable, account) || !enter_payable(payable, account)) return false;
+                        .tells_branch = true};
+  if (!find_payable_account(true, account) || !enter_payable(payable, account)) return false;
   // The total itself goes by reference, and comes back negated.
   std::string description = payable_description();
   std::string side = "Credit";

@@ -1,5 +1,3 @@
-#include <array>
-
 #include "ombrix/purchase/posted_document.h"
 
 #include "frame/hosting/sibling.h"
@@ -9,12 +7,14 @@ namespace ombrix::purchase {
 
 using detail::Held;
 
-bool PostedDocument::find_payable_account(const Payable& payable, std::string& account) {
+bool PostedDocument::find_payable_account(bool tells_branch, std::string& account) {
   auto preferences = sibling("OmbrixAccounts.AccountPreferences");
   preferences.set("ConnectionString", connection().ConnectionString());
-  if (payable.of_branch) preferences.set("BranchPrefix", BranchPrefix());
-  std::array<Value, 2> branch{CompanyPrefix(), BranchPrefix()};
-  if (!preferences.call("Get_Account_Preferences", branch)) return refused_by(preferences);
+  if (tells_branch) preferences.set("BranchPrefix", BranchPrefix());
+  if (!preferences.call("Get_Account_Preferences",
+                        {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+    return refused_by(preferences);
+  }
   account = preferences.get("APAccountNo").text_or_empty();
   return !trim(account).empty() || refused("Invalid Accounts Payable Account");
 }
@@ -26,7 +26,7 @@ bool PostedDocument::enter_payable(const Payable& payable, const std::string& ac
               {"AccountNo", account},
               {"APLDate", date},
               {"APLDescription", payable_description()}});
-  if (!payable.of_branch) ledger.set("APLComments", comments);
+  if (!payable.tells_branch) ledger.set("APLComments", comments);
   ledger.set({{"APLCreditAmount", payable.amount},
               {"FCAPLCreditAmount", payable.fc_amount},
               {"APLDebitAmount", 0.0},
@@ -39,7 +39,7 @@ bool PostedDocument::enter_payable(const Payable& payable, const std::string& ac
               {"LastUpdate", LastUpdate()},
               {"Refno", payable.reference},
               {"RefDate", payable.reference_date}});
-  if (payable.of_branch) {
+  if (payable.tells_branch) {
     ledger.set({{"APLComments", comments},
                 {"CompanyPrefix", CompanyPrefix()},
                 {"BranchPrefix", BranchPrefix()}});

@@ -100,8 +100,10 @@ bool PurchaseReturn::Create_Voucher_Master(std::string& pReturnNo, std::string& 
     write_memo_master(document, pVoucherNo);
     auto preferences = sibling("OmbrixAccounts.AccountPreferences");
     preferences.set("ConnectionString", connection().ConnectionString());
-    std::array<Value, 2> keys{CompanyPrefix(), BranchPrefix()};
-    if (!preferences.call("Get_Account_Preferences", keys)) return refused_by(preferences);
+    if (!preferences.call("Get_Account_Preferences",
+                          {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+      return refused_by(preferences);
+    }
 
     const double amount = figure(document, "Purchase_Rtn_Amount");
     return write_memo_line(pVoucherNo, {1, "Vendor", document("Vendor_Code").value().to_text(),

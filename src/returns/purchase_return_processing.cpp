@@ -27,7 +27,11 @@ bool PurchaseReturn::Process_Return() {
     if (!read_currency_symbol() || !book_lines(booked)) return false;
     PurchaseRtnAmount = booked.amount;
     PurchaseRtnFCAmount = booked.fc_amount;
-    if (!check_payable_account() || !debit_accrual(booked) || !post_variance(booked)) return false;
+    std::string payable_account;  // nothing is posted there, but it must be set
+    if (!find_payable_account(true, payable_account) || !debit_accrual(booked) ||
+        !post_variance(booked)) {
+      return false;
+    }
     if (Ref_Doc_Type() != "GRN" && booked.raises_memo &&
         !Generate_Debit_Memo(Held::of(PurchaseRtnNo))) {
       return false;
@@ -131,16 +135,6 @@ bool PurchaseReturn::read_preferences(Booked& booked) {
   booked.variance_account = preferences("Pur_Variance_Account_No").value().text_or_empty();
   booked.raises_memo = preferences("Generate_Debit_Memo").value().to_flag();
   return true;
-}
-
-bool PurchaseReturn::check_payable_account() {
-  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-  preferences.set(
-      {{"ConnectionString", connection().ConnectionString()}, {"BranchPrefix", BranchPrefix()}});
-  std::vector<Value> keys{CompanyPrefix(), BranchPrefix()};
-  if (!preferences.call("Get_Account_Preferences", keys)) return refused_by(preferences);
-  return !trim(preferences.get("APAccountNo").text_or_empty()).empty() ||
-         refused("Invalid Accounts Payable Account");
 }
 
 }  // namespace ombrix::purchase

@@ -57,8 +57,10 @@ bool VendorOB::read_accounts(Accounts& accounts) {
   preferences.set({{"ConnectionString", connection().ConnectionString()},
                    {"BranchPrefix", BranchPrefix()},
                    {"CompanyPrefix", CompanyPrefix()}});
-  std::array<Value, 2> keys{CompanyPrefix(), BranchPrefix()};
-  if (!preferences.call("Get_Account_Preferences", keys)) return refused_by(preferences);
+  if (!preferences.call("Get_Account_Preferences",
+                        {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+    return refused_by(preferences);
+  }
   accounts.payable = preferences.get("APAccountNo").text_or_empty();
   accounts.advance = preferences.get("AdvPmtAccountNo").text_or_empty();
   if (trim(accounts.payable).empty()) return refused("Invalid Accounts Payable Account");

@@ -61,12 +61,13 @@ class PostedDocument : public Document {
     const std::string& reference;  ///< the vendor's own number and date
     const Date& reference_date;
     std::string vendor;
-    double amount;     ///< home currency
-    double fc_amount;  ///< foreign currency
-    bool of_branch;    ///< the components are told the branch
+    double amount;      ///< home currency
+    double fc_amount;   ///< foreign currency
+    bool tells_branch;  ///< the component is set to the company and the branch
   };
-  /// The payable account of the branch, which must not be blank.
-  bool find_payable_account(const Payable& payable, std::string& account);
+  /// The payable account of the branch, which must not be blank. `tells_branch`: the component is
+  /// set to the branch beforehand.
+  bool find_payable_account(bool tells_branch, std::string& account);
   /// Adds the credit to the sub-ledger; the ledger is not touched.
   bool enter_payable(const Payable& payable, const std::string& account);
   std::string payable_description() const;

@@ -137,7 +137,6 @@ class PurchaseReturn final : public PostedDocument {
   LineAmounts amounts_of(Recordset& line) const;
   bool read_preferences(Booked& booked);
   bool credit_inventory(Recordset& line, const LineAmounts& amounts, Booked& booked);
-  bool check_payable_account();
   bool debit_accrual(const Booked& booked);
   bool post_variance(const Booked& booked);
 

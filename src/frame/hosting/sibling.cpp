@@ -1,5 +1,7 @@
 #include "frame/hosting/sibling.h"
 
+#include <vector>
+
 #include "ombrix/components.h"
 
 namespace ombrix {
@@ -51,6 +53,15 @@ Value Sibling::ask(std::string_view method, std::span<Value> arguments) {
 
 bool Sibling::call(std::string_view method, std::span<Value> arguments) {
   return ask(method, arguments).to_flag();
+}
+
+bool Sibling::call(std::string_view method, std::initializer_list<std::string*> texts) {
+  std::vector<Value> arguments;
+  for (const std::string* text : texts) arguments.emplace_back(*text);
+  const bool answer = call(method, arguments);
+  std::size_t place = 0;
+  for (std::string* text : texts) *text = arguments[place++].to_text();
+  return answer;
 }
 
 }  // namespace ombrix

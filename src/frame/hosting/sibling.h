@@ -27,6 +27,8 @@ class Sibling {
   Value ask(std::string_view method, std::span<Value> arguments = {});
   /// The same, for a method that answers True or False.
   bool call(std::string_view method, std::span<Value> arguments = {});
+  /// With texts by reference, which hold afterwards what the component made of them.
+  bool call(std::string_view method, std::initializer_list<std::string*> texts);
 
  private:
   /// False when the call is not to be made and answers False.
