@@ -404,6 +404,11 @@ create table if not exists Goods_Receive_Detail (
 );
 create index if not exists Goods_Receive_Detail_Item_Code
   on Goods_Receive_Detail (GRN_No, Item_Code);
+-- Only lines that may still be billed, so that looking for them costs what is open and not what a
+-- vendor ever delivered.
+create index if not exists Goods_Receive_Detail_Open
+  on Goods_Receive_Detail (GRN_No, SL_No)
+  where coalesce(Invoiced_Flag, 0) = 0;
 
 create table if not exists Direct_Goods_Receive_Master (
   Direct_GRN_No text not null,
@@ -445,6 +450,9 @@ create table if not exists Direct_Goods_Receive_Detail (
   Last_Update text,
   primary key (Direct_GRN_No, SL_NO)
 );
+create index if not exists Direct_Goods_Receive_Detail_Open
+  on Direct_Goods_Receive_Detail (Direct_GRN_No, SL_NO)
+  where coalesce(Invoiced_Flag, 0) = 0;
 
 -- What a vendor may still bill. The line's own flag decides: a receipt is marked with the first of
 -- its lines that is billed, while the others stay open.
