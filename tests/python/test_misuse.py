@@ -182,10 +182,6 @@ class Lifetime(BooksTest):
             with self.assertRaises(TypeError):
                 run(self.order)
 
-    def test_a_failure_survives_pickling(self):
-        failure = pickle.loads(pickle.dumps(ombrix.Failure(13, "Type mismatch")))
-        self.assertEqual((failure.number, failure.description), (13, "Type mismatch"))
-
 
 class Loading(unittest.TestCase):
     """The package in a folder of its own, in a process of its own."""
