@@ -154,15 +154,6 @@ class Components(BooksTest):
                 self.assertEqual(self.rows("Select LPO_Qty, LPO_Unit_Price From LPO_Detail"),
                                  [(9, 2.5)])
 
-    def test_an_order_that_a_factory_gives_sees_its_grid(self):
-        self.register(lambda: self.order, "Own.Order")
-        ombrix.create("Own.Order")
-        self.grid[1, 7] = 8
-        order = ombrix.create("Own.Order")
-        self.assertIs(order, self.order)
-        self.assertTrue(order.Create_LPO(), order.ErrDesc)
-        self.assertEqual(self.rows("Select LPO_Qty From LPO_Detail"), [(8,)])
-
     def test_what_the_library_lets_go_is_let_go(self):
         made = []
 
@@ -243,15 +234,6 @@ class OwnGrids(BooksTest):
                 self.assertTrue(self.order.Process_LPO(), self.order.ErrDesc)
                 self.assertEqual((grid.cells[1, 3], grid.cells[1, 7]), ("Flour", "4"))
         self.assertEqual([setting[:5] for setting in grid.bold], [(13, 1, 0, 1, 18)])
-
-    def test_a_grid_that_raises_ends_the_call(self):
-        class Broken(OwnGrid):
-            def __getitem__(self, cell):
-                raise ombrix.Failure(9, "No such cell on the screen")
-
-        self.order.GridName = Broken(2)
-        self.assertFalse(self.order.Create_LPO())
-        self.assertEqual(self.order.ErrDesc, "Invalid Details")
 
     def test_what_is_no_grid_is_refused(self):
         for wrong in ([1, 2], "grid", 5, object(), self.books):

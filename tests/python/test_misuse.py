@@ -200,22 +200,6 @@ class Loading(unittest.TestCase):
         return subprocess.run([sys.executable, "-c", program], capture_output=True, text=True,
                               env=variables, timeout=60, check=False)
 
-    def test_the_places_in_their_order(self):
-        missing = self.load()
-        self.assertIn("ImportError", missing.stderr)
-        build = self.package.parents[2] / "build"
-        places = [self.package, build / "release", build / "debug", build / "sanitize"]
-        told = [missing.stderr.find(f"{place}{os.sep}") for place in places]
-        self.assertEqual(told, sorted(told))
-        self.assertGreater(told[0], 0)
-        named = self.load(OMBRIX_LIBRARY="nowhere.so")
-        self.assertRegex(named.stderr, "ImportError: OMBRIX_LIBRARY .*nowhere.so")
-        for place in reversed(places[:3]):
-            place.mkdir(parents=True, exist_ok=True)
-            broken = place / "libombrixpurchase.so"
-            broken.write_bytes(b"no library")
-            self.assertIn(str(broken), self.load().stderr)
-
     def test_a_library_beside_the_package(self):
         shutil.copy(lib.path, self.package / "libombrixpurchase.so")
         self.assertEqual(self.load().stdout.strip(), ombrix.__version__)

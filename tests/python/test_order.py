@@ -87,13 +87,6 @@ class Transactions(BooksTest):
         with self.assertRaisesRegex(ValueError, "first"):
             self.books.all_or_nothing(close_and_raise)
 
-    def test_transactions_by_hand(self):
-        self.books.BeginTrans()
-        self.assertEqual(self.books.Execute("Update Item_Master Set Base_Qty = 7"), 1)
-        self.books.RollbackTrans()
-        self.assertEqual(self.rows("Select Base_Qty From Item_Master"), [(2,)])
-        self.assertFails(None, "No transaction is open", self.books.CommitTrans)
-
     def test_opened_and_closed(self):
         with ombrix.Connection(self.text) as other:
             self.assertEqual((other.State, other.ConnectionString), (1, self.text))
