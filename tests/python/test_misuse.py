@@ -182,10 +182,6 @@ class Lifetime(BooksTest):
             with self.assertRaises(TypeError):
                 run(self.order)
 
-    def test_a_failure_survives_pickling(self):
-        failure = pickle.loads(pickle.dumps(ombrix.Failure(13, "Type mismatch")))
-        self.assertEqual((failure.number, failure.description), (13, "Type mismatch"))
-
 
 class Loading(unittest.TestCase):
     """The package in a folder of its own, in a process of its own."""
@@ -203,22 +199,6 @@ class Loading(unittest.TestCase):
         program = "import ombrix; print(ombrix.__version__)"
         return subprocess.run([sys.executable, "-c", program], capture_output=True, text=True,
                               env=variables, timeout=60, check=False)
-
-    def test_the_places_in_their_order(self):
-        missing = self.load()
-        self.assertIn("ImportError", missing.stderr)
-        build = self.package.parents[2] / "build"
-        places = [self.package, build / "release", build / "debug", build / "sanitize"]
-        told = [missing.stderr.find(f"{place}{os.sep}") for place in places]
-        self.assertEqual(told, sorted(told))
-        self.assertGreater(told[0], 0)
-        named = self.load(OMBRIX_LIBRARY="nowhere.so")
-        self.assertRegex(named.stderr, "ImportError: OMBRIX_LIBRARY .*nowhere.so")
-        for place in reversed(places[:3]):
-            place.mkdir(parents=True, exist_ok=True)
-            broken = place / "libombrixpurchase.so"
-            broken.write_bytes(b"no library")
-            self.assertIn(str(broken), self.load().stderr)
 
     def test_a_library_beside_the_package(self):
         shutil.copy(lib.path, self.package / "libombrixpurchase.so")
