@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -40,14 +39,7 @@ std::string with_bank_number(const Cut& cut) {
 
 void differ(const Cut& cut, Outcome& expected) {
   expected.counters = with_bank_number(cut);
-  // In the tax posting a raised failure is swallowed without a word.
-  const auto tax = std::find_if(cut.journal.begin(), cut.journal.end(), [](const Call& call) {
-    return call.text.starts_with("select TaxAuthorityCode");
-  });
-  const auto in_tax = static_cast<std::size_t>(tax - cut.journal.begin()) <= cut.place;
-  if (in_tax && !cut.concerns("CounterTransaction") && !cut.concerns("Document_Prefix")) {
-    expected.reason.clear();
-  }
+  silent_in_tax(cut, expected);
   if (cut.kind != Fault::Kind::answer_false) return;
   // A colour that cannot be told is left out, a cash account that is not found is missing.
   if (cut.concerns("Get_Item_Type")) expected = {true, "", cut.clean_rows, cut.counters};
@@ -153,7 +145,7 @@ TEST_P(CashPurchaseSweepTest, Cheque_Process) {
 TEST_P(CashPurchaseSweepTest, Process_Cash_Purchase) {
   for (const std::string payment : {"Cash", "Cheque", "Credit Card"}) {
     auto sweep = on_other("Process_Cash_Purchase", &CashPurchase::Process_Cash_Purchase, payment);
-    sweep.in_runs = true;
+    sweep.in_runs = payment == "Cash";  // what the others add, one run shows
     run(sweep);
   }
 }

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "receipts/grn_fixture.h"
 #include "support/sweep.h"
 
@@ -19,17 +17,6 @@ Receipt receipt_on(const Books& books, const ProcessingRun& run) {
   receipt->TaxAmount = 100;
   receipt->TaxPercent = 15;
   return receipt;
-}
-
-/// In the tax posting a raised failure is swallowed without a word.
-void silent_in_tax(const Cut& cut, Outcome& expected) {
-  const auto tax = std::find_if(cut.journal.begin(), cut.journal.end(), [](const Call& call) {
-    return call.text.starts_with("select TaxAuthorityCode");
-  });
-  const bool behind = cut.concerns("CounterTransaction") || cut.concerns("From Document_Prefix") ||
-                      cut.concerns("Update Document_Prefix");
-  const auto first = static_cast<std::size_t>(tax - cut.journal.begin());
-  if (cut.place >= first && !behind) expected.reason.clear();
 }
 
 /// Two saved receipts: one to fail on, one to go on with.
