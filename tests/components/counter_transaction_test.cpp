@@ -1,10 +1,6 @@
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <memory>
-#include <set>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 #include "ombrix/components.h"
@@ -106,26 +102,16 @@ TEST_P(CounterTest, counts_temporary_and_final_numbers_apart) {
   Counter temporary = counter(), final = counter();
   EXPECT_EQ(temporary.drawn(Series::temporary), 40);
   EXPECT_EQ(final.drawn(), 7);
+  EXPECT_FALSE(final.keep(Series::temporary));
+  EXPECT_NE(final.reason(), "");
   EXPECT_TRUE(temporary.keep(Series::temporary));
   EXPECT_TRUE(final.keep());
+  EXPECT_FALSE(final.keep());
   EXPECT_EQ(next(), 8);
   EXPECT_EQ(next(Series::temporary), 41);
   EXPECT_EQ(books.value("Select Document_Next_No As V From Document_Prefix Where "
                         "Branch_Prefix='02'"),
             Value(500.0));
-}
-
-TEST_P(CounterTest, does_not_move_on_without_a_number_of_that_kind) {
-  Counter idle = counter();
-  EXPECT_FALSE(idle.keep());
-  EXPECT_NE(idle.reason(), "");
-  Counter final = counter();
-  EXPECT_EQ(final.drawn(), 7);
-  EXPECT_FALSE(final.keep(Series::temporary));
-  EXPECT_NE(final.reason(), "");
-  EXPECT_TRUE(final.keep());
-  EXPECT_FALSE(final.keep());
-  EXPECT_EQ(next(), 8);
 }
 
 TEST_P(CounterTest, passes_over_a_final_number_that_any_document_bears) {
@@ -198,29 +184,20 @@ TEST_P(CounterTest, raises_for_a_prefix_that_would_break_its_statement) {
 }
 
 TEST_P(CounterTest, leaves_what_a_rollback_did_to_the_counter) {
-  {
-    Counter undone = counter();
-    books.connection()->BeginTrans();
-    EXPECT_EQ(undone.drawn(), 7);
-    books.connection()->RollbackTrans();
-    Counter other(books.another());
-    EXPECT_EQ(other.drawn(), 7);
-    EXPECT_TRUE(other.keep());
+  for (const bool by_statement : {false, true}) {
+    const double before = next();
+    {
+      Counter undone = counter();
+      by_statement ? books.execute("Begin") : books.connection()->BeginTrans();
+      EXPECT_EQ(undone.drawn(), before);
+      by_statement ? books.execute("Rollback") : books.connection()->RollbackTrans();
+      Counter other(books.another());
+      EXPECT_EQ(other.drawn(), before);
+      EXPECT_TRUE(other.keep());
+    }
+    // Giving the number back now would hand the other caller's out again.
+    EXPECT_EQ(next(), before + 1);
   }
-  // Giving 7 back now would hand the other caller's number out again.
-  EXPECT_EQ(next(), 8);
-}
-
-TEST_P(CounterTest, leaves_what_a_rollback_by_statement_did_to_the_counter) {
-  {
-    Counter undone = counter();
-    books.execute("Begin");
-    EXPECT_EQ(undone.drawn(), 7);
-    books.execute("Rollback");
-    Counter other(books.another());
-    EXPECT_TRUE(other.draw() && other.keep());
-  }
-  EXPECT_EQ(next(), 8);
 }
 
 TEST_P(CounterTest, stands_where_it_stood_after_each_failed_call) {
@@ -241,66 +218,6 @@ TEST_P(CounterTest, stands_where_it_stood_after_each_failed_call) {
   }
   books.connection()->inject({});
   EXPECT_EQ(counter().drawn(), 8);
-}
-
-TEST_P(CounterTest, tells_when_its_series_goes_while_it_draws) {
-  given("LPO_Master", "LPO_No", "AA01PO7");
-  int reads = 0;
-  Counter drawing = counter();
-  books.connection()->inject([&](const Call& call) {
-    if (call.kind == Call::Kind::read && ++reads == 3) {
-      books.another()->Execute("Delete From Document_Prefix");
-    }
-    return Fault();
-  });
-  EXPECT_FALSE(drawing.draw());
-  EXPECT_NE(drawing.reason(), "");
-  books.connection()->inject({});
-}
-
-TEST_P(CounterTest, survives_the_end_of_its_connection) {
-  Counter counter = this->counter();
-  EXPECT_EQ(counter.drawn(), 7);
-  books.connection()->Close();
-}
-
-/// Draws and keeps numbers, and gives every third draw back.
-std::vector<double> draw_numbers(const std::string& text, int count) {
-  const auto connection = Connection::open(text);
-  std::vector<double> numbers;
-  for (int i = 0; static_cast<int>(numbers.size()) < count; ++i) {
-    Counter counter(connection);
-    const double number = counter.drawn();
-    if (number > 0 && i % 3 != 2 && counter.keep()) numbers.push_back(number);
-  }
-  return numbers;
-}
-
-TEST_P(CounterTest, never_gives_two_processes_one_number) {
-  books.connection()->Close();
-  std::vector<FILE*> answers;
-  for (int child = 0; child < 2; ++child) {
-    FILE* answer = std::tmpfile();
-    ASSERT_NE(answer, nullptr);
-    answers.push_back(answer);
-    if (::fork() == 0) {
-      for (const double number : draw_numbers(books.text(), 200)) {
-        std::fprintf(answer, "%.0f\n", number);
-      }
-      std::fflush(answer);
-      std::_Exit(0);
-    }
-  }
-  while (::wait(nullptr) > 0) {
-  }
-  std::set<double> all;
-  for (FILE* answer : answers) {
-    std::rewind(answer);
-    double number = 0;
-    while (std::fscanf(answer, "%lf", &number) == 1) EXPECT_TRUE(all.insert(number).second);
-    std::fclose(answer);
-  }
-  EXPECT_EQ(all.size(), 400U);
 }
 
 }  // namespace

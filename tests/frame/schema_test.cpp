@@ -66,13 +66,6 @@ TEST_P(SchemaTest, may_be_made_twice_on_books_in_use) {
   EXPECT_EQ(version(), Value(kSchemaVersion));
 }
 
-TEST_P(SchemaTest, is_made_again_when_only_its_version_is_missing) {
-  books.execute("Insert Into LPO_Master (LPO_No) Values ('A'); Delete From Ombrix_Schema");
-  create_schema(*books.connection());
-  EXPECT_EQ(version(), Value(kSchemaVersion));
-  EXPECT_EQ(books.value("Select LPO_No As V From LPO_Master"), Value("A"));
-}
-
 TEST_P(SchemaTest, is_made_by_several_threads_at_once) {
   for (int round = 0; round < 3; ++round) {
     unmake();
@@ -99,11 +92,6 @@ TEST_P(SchemaTest, joins_the_transaction_of_the_client) {
   create_schema(*books.connection());
   books.connection()->CommitTrans();
   EXPECT_EQ(version(), Value(kSchemaVersion));
-}
-
-TEST_P(SchemaTest, needs_an_open_connection) {
-  Connection closed;
-  EXPECT_EQ(raised_number([&] { create_schema(closed); }), kClosed);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +14,7 @@
 #include "orders/lpo_interface.h"
 #include "support/books.h"
 #include "support/lines.h"
+#include "support/scripted.h"
 
 namespace ombrix::testing {
 
@@ -56,54 +57,14 @@ inline void fill(purchase::LPO& order, const Books& books, std::initializer_list
   order.GridName = grid_of(lines);
 }
 
-/// How a counter made by name behaves, and what was asked of it.
-struct CounterScript {
-  double number = 7;
-  bool draws = true;
-  bool moves_on = true;
-  std::string reason = "The counter says no.";
-  bool raises = false;
-  ObjectRef hands_back{};
-  std::vector<std::string> asked{};
-  int living = 0;
-};
-
-class ScriptedCounter final : public Object {
- public:
-  explicit ScriptedCounter(CounterScript& script) : script_(script) { ++script_.living; }
-  ~ScriptedCounter() override { --script_.living; }
-
-  std::string_view class_name() const override { return "ScriptedCounter"; }
-  Value get(std::string_view member, std::span<Value>) override {
-    script_.asked.push_back("get " + std::string(member));
-    return member == "ErrDesc" ? Value(script_.reason) : Value(script_.number);
-  }
-  void let(std::string_view member, const Value& value, std::span<Value>) override {
-    script_.asked.push_back("let " + std::string(member) + " " + value.to_text());
-  }
-  void set(std::string_view member, const ObjectRef&) override {
-    script_.asked.push_back("set " + std::string(member));
-  }
-  Value call(std::string_view member, std::span<Value> arguments) override {
-    std::string told = "call " + std::string(member);
-    for (const Value& value : arguments) {
-      told += " " +
-              (value.is_object() ? std::string(value.to_object()->class_name()) : value.to_text());
-    }
-    script_.asked.push_back(told);
-    if (script_.raises) throw Failure(5, "The counter broke down.");
-    if (member == "Increase_Counter") return script_.moves_on;
-    if (script_.hands_back) arguments[0] = script_.hands_back;
-    return script_.draws;
-  }
-
- private:
-  CounterScript& script_;
-};
-
-inline Registration scripted_counter(CounterScript& script) {
-  return {"OmbrixSystem.CounterTransaction",
-          [&script] { return std::make_shared<ScriptedCounter>(script); }};
+/// Stands for the counter that documents make by name; it draws the number 7.
+inline Registration scripted_counter(Script& script) {
+  return {"OmbrixSystem.CounterTransaction", [&script] {
+            auto counter = std::make_shared<ScriptedSibling>(script);
+            counter->let("NextDocumentNo", 7, {});
+            script.asked.pop_back();  // that was this test's, not the document's
+            return counter;
+          }};
 }
 
 /// An order on books with its series at 1 and the item AA1001, reached by its typed members and by
@@ -135,13 +96,9 @@ class LPOFixture : public OnEachDatabase {
   }
   /// One column of all lines, in their order: "1 2 3".
   std::string details(const std::string& column) const {
-    std::string joined;
-    for (const auto& row :
-         books.rows("Select " + column + " From LPO_Detail Where LPO_No='" + order.LPONo() + "'",
-                    {column})) {
-      joined += (joined.empty() ? "" : " ") + shown(row[0]);
-    }
-    return joined;
+    std::string lines = listing(books, {column}, "LPO_Detail Where LPO_No='" + order.LPONo() + "'");
+    std::replace(lines.begin(), lines.end(), '\n', ' ');
+    return lines;
   }
   std::string counter(std::string_view column = "Document_Next_No") const {
     return shown(books.value("Select " + std::string(column) + " As V From Document_Prefix"));

@@ -184,9 +184,9 @@ TEST_P(LPOProcessingTest, only_a_run_that_renumbers_reads_the_order_and_needs_a_
   EXPECT_EQ(order.VendorName(), "Orchard Traders");
 }
 
-TEST_P(LPOProcessingTest, statements_and_their_roads_are_these) {
+TEST_P(LPOProcessingTest, statements_their_roads_and_what_the_counter_is_asked_are_these) {
   ASSERT_TRUE(create({line()}));
-  CounterScript script;
+  Script script;
   const auto counter = scripted_counter(script);
   const std::vector<std::string> read = {
       "text (1,3,-1) Select * from LPO_Master Where LPO_No='AABRPOTMP1'",
@@ -198,7 +198,12 @@ TEST_P(LPOProcessingTest, statements_and_their_roads_are_these) {
                       "object (1,3,-1) Select * from  LPO_Detail  Where LPO_NO='AABRPO7'",
                       "object (1,3,-1) Select * from Item_Master Where Item_Code='AA1001'"});
   EXPECT_EQ(told([&] { return order.Process_LPO(); }), renumbering);
+  EXPECT_EQ(script.told(),
+            "new\nCompanyPrefix=AA\nBranchPrefix=BR\nDocumentPrefix=PO\n"
+            "Get_Last_Counter(object)\nIncrease_Counter(False)");
 
+  // No counter is made where none is needed.
+  script.asked.clear();
   order.SyncFlag = true;
   order.DocFlag = true;
   EXPECT_EQ(told([&] { return order.Process_LPO(); }),
@@ -208,55 +213,24 @@ TEST_P(LPOProcessingTest, statements_and_their_roads_are_these) {
                 "object (1,3,-1) Select * from Item_Master Where Item_Code='AA1001'",
                 "object (1,3,-1) Select Document_Next_No, Last_Update From Document_Prefix"
                 " Where Document_Prefix='PO' and Company_Prefix='AA' and Branch_Prefix='BR'"}));
+  EXPECT_EQ(script.told(), "");
 }
 
-TEST_P(LPOProcessingTest, the_counter_is_asked_in_this_order_and_lives_to_the_end) {
+TEST_P(LPOProcessingTest, a_counter_that_refuses_ends_the_processing_with_its_reason) {
   ASSERT_TRUE(order.Create_LPO());
-  CounterScript script;
-  const auto counter = scripted_counter(script);
-  int living_at_the_items = 0;
-  books.connection()->observe([&](const Call& seen) {
-    if (seen.text.find("Update Item_Master") == 0) living_at_the_items = script.living;
-  });
-  EXPECT_TRUE(order.Process_LPO()) << order.ErrDesc();
-  EXPECT_EQ(script.asked,
-            (std::vector<std::string>{"let CompanyPrefix AA", "let BranchPrefix BR",
-                                      "let DocumentPrefix PO", "call Get_Last_Counter Connection",
-                                      "get NextDocumentNo", "call Increase_Counter False"}));
-  EXPECT_EQ(living_at_the_items, 1);
-  EXPECT_EQ(script.living, 0);
-  // No counter is made where none is needed.
-  script.asked.clear();
-  order.DocFlag = true;
-  EXPECT_TRUE(order.Process_LPO()) << order.ErrDesc();
-  order.DocFlag = false;
-  order.SyncFlag = true;
-  EXPECT_TRUE(order.Process_LPO()) << order.ErrDesc();
-  EXPECT_EQ(script.asked, std::vector<std::string>{});
-}
-
-TEST_P(LPOProcessingTest, a_counter_that_refuses_or_raises_ends_the_processing) {
-  ASSERT_TRUE(order.Create_LPO());
-  CounterScript script;
+  Script script{.refused_call = 1};
   const auto counter = scripted_counter(script);
   const std::string before = books.dump();
-  script.raises = true;
   EXPECT_FALSE(order.Process_LPO());
-  EXPECT_EQ(order.ErrDesc(), "The counter broke down.");
-  script.raises = false;
-  script.draws = false;
-  EXPECT_FALSE(order.Process_LPO());
-  EXPECT_EQ(order.ErrDesc(), "The counter says no.");
+  EXPECT_EQ(order.ErrDesc(), "The component says no.");
   EXPECT_EQ(books.dump(), before);
 
-  script.draws = true;
-  script.moves_on = false;
+  script.refused_call = 3;
   script.reason = "The counter stands still.";
   EXPECT_FALSE(order.Process_LPO());
   EXPECT_EQ(order.ErrDesc(), "The counter stands still.");
   EXPECT_EQ(order.LPONo(), "AABRPO7");
   EXPECT_EQ(on_order(), "340");
-  EXPECT_EQ(script.living, 0);
 }
 
 TEST_P(LPOProcessingTest, a_quote_in_a_joined_value_is_refused_and_nothing_more_is_written) {

