@@ -72,9 +72,10 @@ struct Sweep {
 void silent_in_tax(const Cut& cut, Outcome& expected);
 
 /// Lets each call of the method fail in turn: in each run, with a number of the counter's and of
-/// the client's own, alone and inside a client's transaction. Where the database is a server, it
-/// also ends the session of each call just before. Of like calls that one run has shown, a later
-/// run shows the last. Prints how many cases ran.
+/// the client's own, alone and inside a client's transaction. Of like calls that one run has shown,
+/// a later run shows the last. On a server, which is slow, a later run shows only calls that are
+/// new, the members of siblings are left to the other database, and a session is lost by its
+/// server's doing. Prints how many cases ran.
 void run(const Sweep& sweep);
 
 }  // namespace ombrix::testing
