@@ -151,22 +151,6 @@ static void test_hands_another_connection_back(ombrix_handle connection) {
   ombrix_release(other);
 }
 
-static void test_later_ones_hide_earlier_ones(void) {
-  script first = {0};
-  script second = {0};
-  const uint64_t outer = register_counter(&first);
-  const uint64_t inner = register_counter(&second);
-  ombrix_handle counter = 0;
-  CHECK(ombrix_create("OmbrixSystem.CounterTransaction", &counter) == OMBRIX_OK);
-  CHECK(second.made == 1 && first.made == 0);
-  CHECK(ombrix_release(counter) == OMBRIX_OK && second.ended == 1);
-  end_registration(inner, &second);
-  CHECK(ombrix_create("OmbrixSystem.CounterTransaction", &counter) == OMBRIX_OK);
-  CHECK(first.made == 1);
-  ombrix_release(counter);
-  end_registration(outer, &first);
-}
-
 static void test_answers_the_client_itself(void) {
   script told = {0};
   ombrix_handle counter = 0;
@@ -183,7 +167,6 @@ void test_component(void) {
   test_is_driven_in_order(connection);
   test_refuses_and_fails(connection);
   test_hands_another_connection_back(connection);
-  test_later_ones_hide_earlier_ones();
   test_answers_the_client_itself();
   ombrix_release(connection);
 }
