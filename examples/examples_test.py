@@ -59,10 +59,10 @@ class Examples(unittest.TestCase):
                      "AA1001  Wheat flour, type 550             0          0    350",
                      "AA1002  168       872.14     5.19       5.45    5.00",
                      "AA01PIN92  AA01GL5040  Purchase Variance : 5040- Ref.No..   24.11     0.00",
-                     "AA01DRM6   AA01GL2000  System Generated Debit Memo.        67.50",
+                     "AA01DRM6  AA01GL2000  System Generated Debit Memo.        67.50",
                      "AA01PDC23  AA01CPN42  AA01GL1010  100451",
                      "Purchase_Invoice_Master  2         0",
-                     "Debits 7013.70, credits 6989.59, difference 24.11"):
+                     "Debits 7013.70, credits 6989.59, difference 24.11, of it price variance 24.11"):
             self.assertIn(text, first.stdout)
         self.assertLess(max(map(len, first.stdout.splitlines())), 100)
         second = self.demo("--database", "build/demo/books.db")

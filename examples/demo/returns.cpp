@@ -23,9 +23,10 @@ std::shared_ptr<ombrix::Grid> damp_bags() {
 
 void print_books(const Books& books) {
   report(books, "Flour: the layers that are left, oldest first, in kilograms",
-         "Select Purchase_Log_Date, Purchase_Document_No, Total_Purchase_Qty, Purchase_Item_Amount"
+         "Select Substr(Purchase_Log_Date, 1, 10) As Entered, Purchase_Document_No, "
+         "Total_Purchase_Qty, Purchase_Item_Amount"
          " From Purchase_Log Where Item_Code='AA1001' Order By Purchase_Log_Date, Row_Id",
-         {{"Date", "Purchase_Log_Date", As::text, 10},
+         {{"Date", "Entered"},
           {"Document", "Purchase_Document_No"},
           {"Left", "Total_Purchase_Qty"},
           {"Amount", "Purchase_Item_Amount", As::money}});
