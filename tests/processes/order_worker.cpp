@@ -1,6 +1,6 @@
 // Creates and processes orders as one of many clients, and prints "temporary final" for each.
 //
-//   order_worker DOCUMENTS transactions|plain [LAST_CALL]
+//   order_worker DOCUMENTS transactions|plain COMPANY [LAST_CALL]
 //
 // The connection text comes by OMBRIX_WORKER_BOOKS, since a process list shows every argument. At
 // its LAST_CALL-th call to the database or to a component the process kills itself.
@@ -28,6 +28,7 @@ constexpr std::string_view kConflict =
 struct Job {
   int documents;
   bool transactions;
+  std::string company;
   int last_call;  ///< 0 for none
 };
 
@@ -46,21 +47,21 @@ std::shared_ptr<MemoryGrid> lines(const Job& job, int document) {
     grid->TextMatrix(row, 6, "12");
     grid->TextMatrix(row, 7, std::to_string(1 + document % 7));
     grid->TextMatrix(row, 12, "35");
-    grid->TextMatrix(row, 15, "AABR001100");
+    grid->TextMatrix(row, 15, job.company + "BR001100");
   }
   return grid;
 }
 
-void fill(purchase::LPO& order, const std::shared_ptr<Connection>& books) {
+void fill(purchase::LPO& order, const Job& job, const std::shared_ptr<Connection>& books) {
   order.AdoConnectionObject = books;
   order.ConnectionString = books->ConnectionString();
-  order.CompanyPrefix = "AA";
+  order.CompanyPrefix = job.company;
   order.BranchPrefix = "BR";
   order.DocumentPrefix = "PO";
   order.LastUpdate = Date(2024, 3, 5);
   order.AmtDig = 2;
   order.LPODate = Date(2024, 3, 1);
-  order.VendorCode = "AAV001";
+  order.VendorCode = job.company + "V001";
   order.VendorName = "Orchard Traders";
   order.CurrencyCode = "AED";
 }
@@ -69,11 +70,11 @@ void fill(purchase::LPO& order, const std::shared_ptr<Connection>& books) {
 /// and its line is written, but the item lacks the quantity. To process again would draw another
 /// number. A sync run keeps the number and does just what is missing, as long as the one line of
 /// the order is all that can be missing: a client whose orders have more lines needs a transaction.
-bool finish(const purchase::LPO& order, const std::shared_ptr<Connection>& books) {
+bool finish(const purchase::LPO& order, const Job& job, const std::shared_ptr<Connection>& books) {
   std::string reason = order.ErrDesc();
   while (reason == kConflict) {
     purchase::LPO again;
-    fill(again, books);
+    fill(again, job, books);
     again.LPONo = order.LPONo();
     again.SyncFlag = true;
     if (again.Process_LPO()) return true;
@@ -84,7 +85,7 @@ bool finish(const purchase::LPO& order, const std::shared_ptr<Connection>& books
 
 bool work(const Job& job, const std::shared_ptr<Connection>& books, int document) {
   purchase::LPO order;
-  fill(order, books);
+  fill(order, job, books);
   order.OnlineFlag = true;
   order.GridName = lines(job, document);
   const auto create = [&] { return order.Create_LPO(); };
@@ -98,7 +99,7 @@ bool work(const Job& job, const std::shared_ptr<Connection>& books, int document
   } else {
     done = create();
     temporary = order.LPONo();
-    done = done && (process() || finish(order, books));
+    done = done && (process() || finish(order, job, books));
   }
   if (!done) {
     std::cerr << "Order " << order.LPONo() << ": " << order.ErrDesc() << '\n';
@@ -127,12 +128,13 @@ int run(const Job& job) {
 
 int main(int count, char** arguments) {
   const bool transactions = count > 2 && std::strcmp(arguments[2], "transactions") == 0;
-  if (count < 3 || (!transactions && std::strcmp(arguments[2], "plain") != 0)) {
-    std::cerr << "order_worker DOCUMENTS transactions|plain [LAST_CALL]\n";
+  if (count < 4 || (!transactions && std::strcmp(arguments[2], "plain") != 0)) {
+    std::cerr << "order_worker DOCUMENTS transactions|plain COMPANY [LAST_CALL]\n";
     return 2;
   }
   try {
-    return run({whole(arguments[1]), transactions, count > 3 ? whole(arguments[3]) : 0});
+    return run(
+        {whole(arguments[1]), transactions, arguments[3], count > 4 ? whole(arguments[4]) : 0});
   } catch (const Failure& failure) {
     std::cerr << failure.description() << '\n';
     return 1;
