@@ -1,15 +1,20 @@
 #include "ombrix/connection.h"
 
+#include <atomic>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "ombrix/recordset.h"
 
+#include "frame/database/connection_access.h"
 #include "frame/database/session_pool.h"
+#include "frame/text.h"
 #include "support/books.h"
 #include "support/failures.h"
+#include "support/journal.h"
 
 namespace ombrix::testing {
 namespace {
@@ -22,12 +27,16 @@ TEST(ConnectionText, NamesWhatIsWrongAndNeverAValue) {
     std::string named;
   } cases[] = {
       {"", "\"Driver\" is missing"},
+      {"Database=secret", "\"Driver\" is missing"},
+      {"Driver=", "\"Driver\" is missing"},
       {"Driver=secret;Database=x", "\"Driver\" must be SQLite"},
+      {"secret", "no \"Key=Value\""},
       {"Driver=SQLite;secret;Database=x", "no \"Key=Value\""},
       {"=secret", "a key is missing"},
       {"Driver=SQLite;driver=secret", "given twice"},
       {"Driver=\"secret", "not closed"},
       {"Driver=\"SQLite\"secret;Database=x", "behind a quoted value"},
+      {"Driver=SQLite;Password=sec;ret=x;Database=x", "a key is not known"},
       {"Driver=SQLite;Pwd=sec;ret=x;Database=x", "a key is not known"},
   };
   for (const auto& c : cases) {
@@ -58,10 +67,13 @@ class ConnectionTest : public OnEachDatabase {
   }
   std::size_t idle() { return SessionPool::instance().idle(books.text()); }
   Connection& connection() { return *books.connection(); }
+  void fail_every(Call::Kind kind, Fault fault) {
+    connection().inject([=](const Call& call) { return call.kind == kind ? fault : Fault(); });
+  }
 };
 OMBRIX_ON_EACH_DATABASE(ConnectionTest);
 
-TEST_P(ConnectionTest, tells_its_state_opens_once_and_answers_the_rows_of_the_last_statement) {
+TEST_P(ConnectionTest, tells_its_state_and_opens_once) {
   Connection connection;
   EXPECT_EQ(connection.State(), 0);
   EXPECT_EQ(connection.ConnectionString(), "");
@@ -74,10 +86,17 @@ TEST_P(ConnectionTest, tells_its_state_opens_once_and_answers_the_rows_of_the_la
   connection.Close();
   EXPECT_EQ(connection.State(), 0);
   connection.Open(books.text());
-  EXPECT_EQ(connection.Execute("Insert Into LPO_Master (LPO_No) Values ('A'); Select 1;"
-                               " Insert Into LPO_Master (LPO_No) Values ('B'), ('C'); "),
-            2);
-  EXPECT_EQ(connection.Execute("Select * From LPO_Master"), 0);
+  EXPECT_EQ(connection.Execute(kAddOrder), 1);
+}
+
+TEST_P(ConnectionTest, answers_the_rows_of_the_last_statement) {
+  books.spoil();
+  EXPECT_EQ(connection().Execute("Insert Into LPO_Master (LPO_No) Values ('A'), ('B'), ('C')"), 3);
+  EXPECT_EQ(connection().Execute("Select * From LPO_Master"), 0);
+  EXPECT_EQ(connection().Execute("Update LPO_Master Set RFQ_No='r' Where LPO_No='none'"), 0);
+  EXPECT_EQ(connection().Execute("Delete From LPO_Master; Create Table T (N integer)"), 0);
+  EXPECT_EQ(connection().Execute("  "), 0);
+  EXPECT_EQ(connection().Execute("Insert Into T Values (1); Insert Into T Values (2), (3);  "), 2);
 }
 
 TEST_P(ConnectionTest, transactions_do_not_nest_and_end_once) {
@@ -105,6 +124,14 @@ TEST_P(ConnectionTest, all_or_nothing_commits_on_true_and_rolls_back_on_false_an
   EXPECT_FALSE(connection().in_transaction());
   EXPECT_EQ(books.rows("Select * from LPO_Master", {"LPO_No"}),
             (std::vector<std::vector<Value>>{{"A"}}));
+}
+
+TEST_P(ConnectionTest, all_or_nothing_raises_the_first_failure_when_the_session_is_lost) {
+  fail_every(Call::Kind::execute, {Fault::Kind::lose_session, 0, "The line is dead."});
+  EXPECT_EQ(
+      raised_text([&] { all_or_nothing(connection(), [&] { return add_order("A"), true; }); }),
+      "The line is dead.");
+  EXPECT_EQ(by_text().RecordCount(), 0U);
 }
 
 TEST_P(ConnectionTest, closing_rolls_an_open_transaction_back) {
@@ -160,6 +187,17 @@ TEST_P(ConnectionTest, keeps_a_bounded_number_of_text_sessions) {
   EXPECT_LE(idle(), 8U);
 }
 
+TEST_P(ConnectionTest, keeps_no_session_that_is_lost_or_inside_a_transaction) {
+  auto busy = SessionPool::instance().borrow(books.text());
+  busy->driver().begin();
+  auto lost = SessionPool::instance().borrow(books.text());
+  lost->lose("gone");
+  busy.reset();
+  lost.reset();
+  EXPECT_EQ(idle(), 0U);
+  EXPECT_EQ(connection().Execute(kAddOrder), 1);
+}
+
 TEST_P(ConnectionTest, a_kept_session_outlives_a_change_of_the_tables) {
   books.spoil();
   books.execute("Create Table T (N integer primary key)");
@@ -175,6 +213,96 @@ TEST_P(ConnectionTest, a_kept_session_outlives_a_change_of_the_tables) {
   // The call that meets the change may fail; the next must not.
   raised(columns);
   EXPECT_EQ(columns(), 2);
+}
+
+TEST_P(ConnectionTest, an_observer_sees_each_call_as_a_reader_would_write_it) {
+  const Journal journal(books.connection());
+  Recordset set;
+  set.Open("Select * from LPO_Master Where RFQ_No='r'", books.connection(), {2, 3, -1});
+  set.AddNew();
+  set("LPO_No") = "O'Brien";
+  set("LPO_Identity") = 7;
+  set.Update();
+  set("Vendor_Code") = Null();
+  set.Update();
+  connection().BeginTrans();
+  database::execute(database::sql({"Update LPO_Master Set RFQ_No=", database::text("r"),
+                                   " Where LPO_Identity=", database::number(7)}),
+                    connection());
+  connection().RollbackTrans();
+  std::vector<std::string> texts;
+  // Columns are written as the database spells them.
+  for (const Call& call : journal.calls()) texts.push_back(lower_name(call.text));
+  EXPECT_EQ(texts,
+            (std::vector<std::string>{
+                "select * from lpo_master where rfq_no='r'",
+                "insert into lpo_master (lpo_no, lpo_identity) values ('o''brien', 7)",
+                "update lpo_master set vendor_code=null where lpo_no='o''brien' and "
+                "vendor_code is not distinct from null",
+                "begin", "update lpo_master set rfq_no='r' where lpo_identity=7", "rollback"}));
+  EXPECT_EQ(journal.calls()[0].cursor, 2);
+  EXPECT_EQ(journal.calls()[0].lock, 3);
+  EXPECT_EQ(journal.calls()[1].rows, 1);
+  EXPECT_EQ(journal.calls()[1].road, Call::Road::object);
+}
+
+TEST_P(ConnectionTest, a_fault_hook_fails_one_call_and_the_next_goes_on) {
+  int calls = 0;
+  connection().inject([&](const Call&) {
+    return ++calls == 2 ? Fault{Fault::Kind::raise, 7, "Out of memory"} : Fault();
+  });
+  add_order("A");
+  const Failure failure = raised([&] { add_order("B"); });
+  EXPECT_EQ(failure.number(), 7);
+  EXPECT_EQ(failure.description(), "Out of memory");
+  add_order("C");
+  connection().inject({});
+  EXPECT_EQ(by_object().RecordCount(), 2U);
+  EXPECT_EQ(calls, 3);
+}
+
+TEST_P(ConnectionTest, a_lost_session_stays_lost_and_says_so) {
+  Recordset open = by_object();
+  connection().BeginTrans();
+  add_order("A");
+  fail_every(Call::Kind::read, {Fault::Kind::lose_session, 0, "The line is dead."});
+  EXPECT_EQ(raised_text([&] { open.RecordCount(); }), "The line is dead.");
+  connection().inject({});
+  EXPECT_EQ(connection().State(), 0);
+  EXPECT_EQ(raised_text([&] { open.RecordCount(); }), "The line is dead.");
+  EXPECT_EQ(raised_text([&] { open.AddNew(), open.Update(); }), "The line is dead.");
+  EXPECT_EQ(raised_text([&] { add_order("B"); }), "The line is dead.");
+  EXPECT_EQ(raised_text([&] { by_object(); }), "The line is dead.");
+  EXPECT_EQ(raised_text([&] { connection().RollbackTrans(); }), "The line is dead.");
+  // Its transaction went with it: another client can write, and this one after it opened again.
+  EXPECT_EQ(books.another()->Execute(kAddOrder), 1);
+  connection().Open(books.text());
+  EXPECT_EQ(by_object().RecordCount(), 1U);
+}
+
+TEST_P(ConnectionTest, threads_with_a_connection_each_do_not_disturb_each_other) {
+  std::atomic<int> failures{0};
+  const auto work = [&](const std::string& prefix) {
+    failures += raised_number([&] {
+                  const auto own = books.another();
+                  for (int i = 0; i < 50; ++i) {
+                    Recordset set;
+                    set.Open("Select * from LPO_Master", own);
+                    set.AddNew();
+                    set("LPO_No") = prefix + std::to_string(i);
+                    set.Update();
+                    Recordset seen;
+                    seen.Open("Select * from LPO_Master Where LPO_No='" + prefix + "0'",
+                              own->ConnectionString());
+                    if (seen.RecordCount() != 1) throw Failure(1, "A committed row is not seen.");
+                  }
+                }) != 0;
+  };
+  std::thread other(work, "A");
+  work("B");
+  other.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(by_object().RecordCount(), 100U);
 }
 
 }  // namespace

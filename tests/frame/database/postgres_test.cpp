@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
@@ -6,11 +7,13 @@
 #include <thread>
 #include <vector>
 
+#include "ombrix/grid.h"
 #include "ombrix/purchase/lpo.h"
 #include "ombrix/recordset.h"
 #include "ombrix/schema.h"
 
 #include "frame/database/connection_access.h"
+#include "frame/database/session_pool.h"
 #include "support/books.h"
 #include "support/failures.h"
 #include "support/journal.h"
@@ -19,6 +22,7 @@ namespace ombrix::testing {
 namespace {
 
 using database::digits;
+using database::SessionPool;
 using database::sql;
 using database::text;
 
@@ -85,7 +89,9 @@ void write_comments(Recordset set, const std::string& comments) {
   set.Update();
 }
 
-TEST_F(PostgresTest, says_what_is_wrong_and_never_the_password) {
+using PostgresConnecting = PostgresTest;
+
+TEST_F(PostgresConnecting, says_what_is_wrong_and_never_the_password) {
   const std::string secret = "s3cr3t-w0rd";
   const std::string wrong = with(books().text(), "Password", secret);
   const struct {
@@ -109,7 +115,7 @@ TEST_F(PostgresTest, says_what_is_wrong_and_never_the_password) {
   }
 }
 
-TEST_F(PostgresTest, a_class_on_a_wrong_text_shows_no_password_to_anybody) {
+TEST_F(PostgresConnecting, a_class_on_a_wrong_text_shows_no_password_to_anybody) {
   const std::string secret = "s3cr3t-w0rd";
   purchase::LPO order;
   order.AdoConnectionObject = client();
@@ -122,7 +128,9 @@ TEST_F(PostgresTest, a_class_on_a_wrong_text_shows_no_password_to_anybody) {
   for (const Call& call : journal.calls()) EXPECT_FALSE(contains(call.text, secret)) << call.text;
 }
 
-TEST_F(PostgresTest, a_clients_session_that_the_server_ended_says_so) {
+using PostgresSessions = PostgresTest;
+
+TEST_F(PostgresSessions, a_clients_session_that_the_server_ended_says_so) {
   given_order("A");
   client()->BeginTrans();
   write_comments(order("A", client()), "second");
@@ -136,19 +144,65 @@ TEST_F(PostgresTest, a_clients_session_that_the_server_ended_says_so) {
   EXPECT_EQ(comments("A"), "first");
 
   client()->Open(books().text());
+  EXPECT_EQ(client()->State(), 1);
   EXPECT_EQ(order("A", client()).read("LPO_Comments"), Value("first"));
 }
 
-TEST_F(PostgresTest, an_idle_session_that_was_ended_is_replaced_unnoticed_or_tells_so) {
-  const Value before = text_session();
-  EXPECT_EQ(text_session(), before);
-  end_others();
-  EXPECT_NE(text_session(), before);
+TEST_F(PostgresSessions, the_state_tells_an_end_that_nobody_met_yet) {
+  EXPECT_EQ(client()->State(), 1);
   end_client();
   EXPECT_EQ(client()->State(), 0);
 }
 
-TEST_F(PostgresTest, a_text_write_to_a_row_of_the_clients_own_transaction_ends_with_a_reason) {
+TEST_F(PostgresSessions, an_idle_text_session_that_was_ended_is_replaced_unnoticed) {
+  const Value before = text_session();
+  EXPECT_EQ(text_session(), before);
+  end_others();
+  EXPECT_NE(text_session(), before);
+}
+
+TEST_F(PostgresSessions, statements_are_prepared_and_sessions_opened_once) {
+  books().execute(
+      "Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix,"
+      " Document_Next_No, Temporary_Next_No) Values ('PO', 'AA', 'BR', 1, 1);"
+      "Insert Into Item_Master (Item_Code, Item_Type) Values ('AA1001', '0')");
+  const auto run_one = [&] {
+    purchase::LPO order;
+    order.AdoConnectionObject = client();
+    order.ConnectionString = books().text();
+    order.CompanyPrefix = "AA";
+    order.BranchPrefix = "BR";
+    order.DocumentPrefix = "PO";
+    order.OnlineFlag = true;
+    order.LPODate = Date(2024, 3, 1);
+    order.VendorCode = "AAV001";
+    order.VendorName = "Orchard Traders";
+    order.CurrencyCode = "AED";
+    const auto grid = std::make_shared<MemoryGrid>(2, 21);
+    for (const auto& [column, cell] :
+         {std::pair{1, "1001"}, {3, "Paper"}, {7, "3"}, {12, "35"}, {15, "AABR001100"}}) {
+      grid->TextMatrix(1, column, cell);
+    }
+    order.GridName = grid;
+    EXPECT_TRUE(order.Create_LPO() && order.Process_LPO()) << order.ErrDesc();
+  };
+  const auto prepared = [&] {
+    return value(client(), "Select Count(*) As V From pg_prepared_statements").to_number();
+  };
+  run_one();
+  prepared();
+  const double statements = prepared();
+  const Value session = text_session();
+  const std::size_t idle = SessionPool::instance().idle(books().text());
+  run_one();
+  EXPECT_EQ(prepared(), statements);
+  EXPECT_EQ(text_session(), session);
+  EXPECT_EQ(SessionPool::instance().idle(books().text()), idle);
+}
+
+using PostgresLocks = PostgresTest;
+
+TEST_F(PostgresLocks, a_text_write_to_a_row_of_the_clients_own_transaction_ends_with_a_reason) {
   given_order("A");
   client()->BeginTrans();
   write_comments(order("A", client()), "second");
@@ -166,7 +220,7 @@ TEST_F(PostgresTest, a_text_write_to_a_row_of_the_clients_own_transaction_ends_w
   EXPECT_EQ(comments("A"), "second");
 }
 
-TEST_F(PostgresTest, no_busy_timeout_is_endless) {
+TEST_F(PostgresLocks, no_busy_timeout_is_endless) {
   given_order("A");
   client()->BeginTrans();
   write_comments(order("A", client()), "second");
@@ -176,7 +230,7 @@ TEST_F(PostgresTest, no_busy_timeout_is_endless) {
   client()->RollbackTrans();
 }
 
-TEST_F(PostgresTest, a_pessimistic_read_holds_its_rows_and_an_optimistic_one_detects) {
+TEST_F(PostgresLocks, a_pessimistic_read_holds_its_rows_and_an_optimistic_one_detects) {
   given_order("A");
   given_order("B");
   const auto other = Connection::open(impatient());
@@ -196,22 +250,41 @@ TEST_F(PostgresTest, a_pessimistic_read_holds_its_rows_and_an_optimistic_one_det
   EXPECT_EQ(comments("B"), "other's");
 }
 
-TEST_F(PostgresTest, a_transaction_survives_a_statement_that_is_refused) {
+TEST_F(PostgresLocks, a_pessimistic_read_outside_a_transaction_is_optimistic) {
+  given_order("A");
+  Recordset read = order("A", client(), KeysetPessimistic);
+  write_comments(order("A", Connection::open(impatient())), "other's");
+  read("LPO_Comments") = "own";
+  EXPECT_EQ(raised_text([&] { read.Update(); }), kConflict);
+}
+
+using PostgresTransactions = PostgresTest;
+
+TEST_F(PostgresTransactions, survive_a_statement_that_is_refused) {
   client()->BeginTrans();
   given_order("A");
-  const auto refusal = [&](const database::Statement& statement) {
-    return raised_text([&] { database::execute(statement, *client()); });
-  };
-  EXPECT_TRUE(contains(refusal(sql({"Delete From LPO_Master Where LPO_No=", text("O'Brien")})),
+  EXPECT_TRUE(contains(raised_text([&] {
+                         open_recordset(
+                             sql({"Select * From LPO_Master Where LPO_No=", text("O'Brien")}),
+                             *client(), Keyset);
+                       }),
                        "syntax error"));
-  EXPECT_TRUE(contains(refusal(sql({"Delete From LPO_Master Where LPO_No=", text("x' Or '1'='1")})),
+  EXPECT_TRUE(contains(raised_text([&] {
+                         database::execute(
+                             sql({"Delete From LPO_Master Where LPO_No=", text("x' Or '1'='1")}),
+                             *client());
+                       }),
                        "refused"));
-  EXPECT_NE(refusal(sql({"Delete From LPO_Master Where LPO_Identity=", digits("one")})), "");
+  EXPECT_NE(raised_number([&] {
+              open_recordset(sql({"Select * From LPO_Master Where LPO_Identity=", digits("one")}),
+                             *client(), Keyset);
+            }),
+            0);
   client()->CommitTrans();
   EXPECT_EQ(comments("A"), "first");
 }
 
-TEST_F(PostgresTest, a_transaction_refuses_everything_after_a_failed_statement_until_rollback) {
+TEST_F(PostgresTransactions, refuse_everything_after_a_failed_statement_until_rollback) {
   given_order("A");
   client()->BeginTrans();
   write_comments(order("A", client()), "second");
@@ -224,7 +297,7 @@ TEST_F(PostgresTest, a_transaction_refuses_everything_after_a_failed_statement_u
   given_order("B");
 }
 
-TEST_F(PostgresTest, a_transaction_cannot_be_committed_after_a_failed_statement) {
+TEST_F(PostgresTransactions, cannot_be_committed_after_a_failed_statement) {
   client()->BeginTrans();
   given_order("A");
   EXPECT_NE(raised_number([&] { client()->Execute("Select 1 / 0"); }), 0);
@@ -243,15 +316,20 @@ TEST_F(PostgresTest, a_transaction_cannot_be_committed_after_a_failed_statement)
   EXPECT_EQ(comments("A"), "");
 }
 
-TEST_F(PostgresTest, doubles_are_exact_both_ways) {
+using PostgresValues = PostgresTest;
+
+TEST_F(PostgresValues, doubles_are_exact_both_ways) {
   const struct {
     double value;
     const char* literal;
   } cases[] = {{0.1, "0.1"},
+               {1e-300, "1e-300"},
                {-1.7976931348623157e308, "-1.7976931348623157e308"},
                {123456789.123456789, "123456789.123456789"},
                {5e-324, "5e-324"},
-               {1.0 / 3, "0.333333333333333314829616256247390992939472198486328125"}};
+               {9007199254740993.0, "9007199254740992"},
+               {1.0 / 3, "0.333333333333333314829616256247390992939472198486328125"},
+               {-3, "-3"}};
   for (const auto& c : cases) {
     books().execute("Delete From LPO_Master");
     books().execute(std::string("Insert Into LPO_Master (LPO_No, LPO_Total_Amount) Values ('L', ") +
@@ -268,27 +346,54 @@ TEST_F(PostgresTest, doubles_are_exact_both_ways) {
   }
 }
 
-TEST_F(PostgresTest,
-       rows_come_in_the_byte_order_of_their_keys_whatever_the_language_of_the_database) {
-  const std::string name = value(client(), "Select current_database() || '_fresh' As V").to_text();
-  client()->Execute("Create Database " + name +
-                    " Template template0 Encoding 'UTF8' Locale_Provider icu Icu_Locale 'en'"
-                    " Locale 'C'");
-  {
-    const auto made = Connection::open(with(books().text() + ";", "Database", name));
-    create_schema(*made);
-    made->Execute(
-        "Insert Into LPO_Detail (LPO_No, SL_No) Values ('b', 1), ('A', 10), ('A', 9), ('a', 1),"
-        " ('_', 1), ('B', 1), ('A-', 1), ('AA', 1)");
-    Recordset set;
-    set.Open("Select * From LPO_Detail", made, Static);
-    std::string keys;
-    for (; !set.IsEOF(); set.MoveNext()) {
-      keys += set("LPO_No").value().to_text() + set("SL_No").value().to_text() + " ";
-    }
-    EXPECT_EQ(keys, "A9 A10 A-1 AA1 B1 _1 a1 b1 ");
+/// A database that sorts by the rules of a language, so that nothing comes right by accident.
+class PostgresFresh : public PostgresTest {
+ protected:
+  void SetUp() override {
+    PostgresTest::SetUp();
+    if (IsSkipped()) return;
+    name_ = value(client(), "Select current_database() || '_fresh' As V").to_text();
+    client()->Execute("Create Database " + name_ +
+                      " Template template0 Encoding 'UTF8' Locale_Provider icu Icu_Locale 'en'"
+                      " Locale 'C'");
   }
-  client()->Execute("Drop Database " + name + " With (Force)");
+  void TearDown() override {
+    if (!name_.empty()) client()->Execute("Drop Database " + name_ + " With (Force)");
+  }
+  std::string fresh_text() const { return with(books().text() + ";", "Database", name_); }
+
+ private:
+  std::string name_;
+};
+
+TEST_F(PostgresFresh, the_schema_is_made_by_many_at_once) {
+  std::vector<std::string> failures(6);
+  {
+    std::vector<std::jthread> makers;
+    for (std::string& failure : failures) {
+      makers.emplace_back(
+          [&] { failure = raised_text([&] { create_schema(*Connection::open(fresh_text())); }); });
+    }
+  }
+  EXPECT_EQ(failures, std::vector<std::string>(6));
+  const auto made = Connection::open(fresh_text());
+  EXPECT_EQ(value(made, "Select Count(*) As V From Ombrix_Schema"), Value(1));
+  EXPECT_EQ(value(made, "Select Count(*) As V From LPO_Master"), Value(0));
+}
+
+TEST_F(PostgresFresh, rows_come_in_the_byte_order_of_their_keys) {
+  const auto made = Connection::open(fresh_text());
+  create_schema(*made);
+  made->Execute(
+      "Insert Into LPO_Detail (LPO_No, SL_No) Values ('b', 1), ('A', 10), ('A', 9), ('a', 1),"
+      " ('_', 1), ('B', 1), ('A-', 1), ('AA', 1)");
+  Recordset set;
+  set.Open("Select * From LPO_Detail", made, Static);
+  std::string keys;
+  for (; !set.IsEOF(); set.MoveNext()) {
+    keys += set("LPO_No").value().to_text() + set("SL_No").value().to_text() + " ";
+  }
+  EXPECT_EQ(keys, "A9 A10 A-1 AA1 B1 _1 a1 b1 ");
 }
 
 }  // namespace
