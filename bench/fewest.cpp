@@ -18,7 +18,7 @@ std::string lowered(std::string_view text) {
   return lowered;
 }
 
-/// The value of the placeholder that the text begins with.
+/// The value of the parameter that the text begins with.
 std::optional<std::string> bound(std::string_view text, const Step& step) {
   std::size_t place = 0;
   if (text.substr(0, 1) != "$" ||
