@@ -86,6 +86,14 @@ void buy_for_cash(const Books& books) {
           {"Payment", "Payment_Type"},
           {"Status", "Status"},
           {"Amount", "Cash_Pur_Inv__SubTotal", As::money}});
+  report(books, "What they posted",
+         "Select Document_No, Account_No, GL_Description, GL_Debit_Amount, GL_Credit_Amount"
+         " From General_Ledger Where Document_Prefix='CPN' Order By Row_Id",
+         {{"Document", "Document_No"},
+          {"Account", "Account_No"},
+          {"Text", "GL_Description", As::text, 34},
+          {"Debit", "GL_Debit_Amount", As::money},
+          {"Credit", "GL_Credit_Amount", As::money}});
   report(books, "The register of the bank",
          "Select PDC_No, Source_No, Bank_ID, Cheque_No, CreditCard_No, Cheque_Amount From "
          "PDC_Master Order By PDC_No",

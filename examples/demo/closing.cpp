@@ -24,17 +24,17 @@ void change_code(const Books& books) {
   run("Change_Vendor_Code", "AAV001 is AAV100 from now on", vendor, books,
       [&] { return vendor.Change_Vendor_Code(); });
   std::cout << '\n';
+  std::string places;
+  for (const std::string table :
+       {"Vendor_Master", "LPO_Master", "Goods_Receive_Master", "Purchase_Invoice_Master",
+        "Purchase_Return_Master", "Accounts_Payable_Ledger"}) {
+    places += (places.empty() ? "Select '" : " Union All Select '") + table +
+              "' As Place, Sum(Case When Vendor_Code='AAV100' Then 1 Else 0 End) As Renamed,"
+              " Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) As Old From " +
+              table;
+  }
   report(books, "Where the vendor stands under the new code, and rows left under the old one",
-         "Select 'LPO_Master' As Place, Sum(Case When Vendor_Code='AAV100' Then 1 Else 0 End) As"
-         " Renamed, Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) As Old From LPO_Master"
-         " Union All Select 'Goods_Receive_Master', Sum(Case When Vendor_Code='AAV100' Then 1 Else"
-         " 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) From Goods_Receive_Master"
-         " Union All Select 'Purchase_Invoice_Master', Sum(Case When Vendor_Code='AAV100' Then 1"
-         " Else 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else 0 End) From"
-         " Purchase_Invoice_Master Union All Select 'Accounts_Payable_Ledger', Sum(Case When"
-         " Vendor_Code='AAV100' Then 1 Else 0 End), Sum(Case When Vendor_Code='AAV001' Then 1 Else"
-         " 0 End) From Accounts_Payable_Ledger",
-         {{"Table", "Place"}, {"New code", "Renamed"}, {"Old code", "Old"}});
+         places, {{"Table", "Place"}, {"New code", "Renamed"}, {"Old code", "Old"}});
 }
 
 void print_trial_balance(const Books& books) {

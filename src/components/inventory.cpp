@@ -4,13 +4,13 @@
 
 namespace ombrix::components {
 
+using database::any_text;
 using database::sql;
-using database::text;
 using detail::Held;
 
 bool Inventory::Get_Item_Type() {
   auto item = database::open_fresh_recordset(
-      sql({"Select Item_Type From Item_Master Where Item_Code=", text(ItemCode())}),
+      sql({"Select Item_Type From Item_Master Where Item_Code=", any_text(ItemCode())}),
       ADOConnectionString(), nullptr, ForwardOnly);
   if (item.IsEOF()) {
     Held::of(ErrDesc) = "Item type: item \"" + ItemCode() + "\" is not on file.";

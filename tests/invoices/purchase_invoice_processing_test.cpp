@@ -94,7 +94,7 @@ TEST_P(PurchaseInvoiceProcessingTest, an_invoice_without_lines_keeps_its_new_num
 }
 
 TEST_P(PurchaseInvoiceProcessingTest, receipts_are_marked_line_by_line_and_by_their_kind) {
-  const Cells direct{{22, "AABRDGR5"}, {20, "3"}, {29, "Direct"}};
+  const Cells direct{{22, "AABRSDR5"}, {20, "3"}, {29, "Direct"}};
   ASSERT_TRUE(process({billed({{29, "grn"}}), billed(direct)})) << invoice.ErrDesc();
   EXPECT_EQ(listing(books, {"GRN_Invoiced_flag", "Last_Update"}, "Goods_Receive_Master"),
             "1 | 2024-03-05 00:00:00");
@@ -161,7 +161,7 @@ TEST_P(PurchaseInvoiceProcessingTest, statements_and_their_roads_are_these) {
   invoice.PurchaseInvDiscAmount = 5;
   invoice.DocFlag = true;
   invoice.manualDocIdentity = 40;
-  ASSERT_TRUE(create({billed({{22, "AABRDGR5"}, {20, "3"}, {29, ""}})}));
+  ASSERT_TRUE(create({billed({{22, "AABRSDR5"}, {20, "3"}, {29, ""}})}));
   std::string told_here = told([&] { return invoice.Process_Invoice(); });
   // What the components say of their own accord is theirs.
   std::string own;
@@ -184,9 +184,9 @@ TEST_P(PurchaseInvoiceProcessingTest, statements_and_their_roads_are_these) {
             "object (3,3,-1) Select * from Purchase_Invoice_Detail"
             " Where Purchase_Inv_No='AABRPIN40'\n"
             "object (3,3,-1) Select * from Direct_Goods_Receive_Master"
-            " Where Direct_GRN_No='AABRDGR5'\n"
+            " Where Direct_GRN_No='AABRSDR5'\n"
             "object (3,3,-1) Select * from Direct_Goods_Receive_Detail"
-            " Where Direct_GRN_No='AABRDGR5' And SL_NO=3\n"
+            " Where Direct_GRN_No='AABRSDR5' And SL_NO=3\n"
             "object (1,3,-1) Select * from Purchase_Invoice_Detail"
             " Where Purchase_Inv_No='AABRPIN40'\n"
             "object (1,3,-1) Select Pur_Accrual_Account_No , FOC_Account_No,"

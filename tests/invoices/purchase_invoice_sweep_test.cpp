@@ -13,7 +13,7 @@ Invoice invoice_on(const Books& books, const ProcessingRun& run) {
   auto invoice = std::make_shared<purchase::PurchaseInvoice>();
   fill(*invoice, books,
        {billed({{24, "113"}, {32, "904"}, {34, "246"}, {35, "5"}}),
-        billed({{22, "AABRDGR5"}, {20, "3"}, {29, "Direct"}, {30, "1"}})});
+        billed({{22, "AABRSDR5"}, {20, "3"}, {29, "Direct"}, {30, "1"}})});
   invoice->PurchaseInvNo = "AABRPINTMP3";
   invoice->OnlineFlag = run.online;
   invoice->SyncFlag = run.sync;

@@ -111,8 +111,8 @@ class CashPurchase final : public PostedDocument {
   /// Saves the purchase `CashPurInvNo` again: the number stays, the lines are replaced.
   bool Update_Cash_Purchase_Invoice();
   /// Loads the purchase `CashPurInvNo` into the properties and the grid, through
-  /// `ConnectionString`. The grid is left alone after a `Process_Cash_Purchase` that failed or that
-  /// took its number from the client.
+  /// `ConnectionString`. The grid is left alone after a `Process_Cash_Purchase` that failed, or
+  /// that drew no number from the counter.
   bool Get_Direct_PInvoice();
   /// Gives the purchase its final number (but in a sync run), moves stock and costs, and posts
   /// lines, payment and tax in every run. It begins with `Get_Direct_PInvoice`, so the purchase

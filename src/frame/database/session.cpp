@@ -66,6 +66,16 @@ void locate(ReadPlan& plan, const Table& table, std::size_t visible, bool key_is
   }
 }
 
+/// A view has no key of its own. This one, of the lines that may be billed, is read as the receipts
+/// have them.
+constexpr std::string_view kOpenLines = "GRNforInvoicing";
+
+Table in_receipt_order(const Table& view) {
+  Table ordered = view;
+  ordered.key = {"GRN_No", "SL_No"};
+  return ordered;
+}
+
 }  // namespace
 
 bool Instruments::admit(const Call& call, Session* session) const {
@@ -146,12 +156,16 @@ std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Para
   auto plan = std::make_shared<ReadPlan>();
   auto select = analyse_select(text);
   const auto table = select ? this->table(select->table) : nullptr;
+  const Dialect& dialect = driver().dialect();
   if (table == nullptr || table->key.empty()) {
-    plan->statement = driver().prepare(text, parameters);
+    const bool open_lines = table != nullptr && same_name(select->table, kOpenLines);
+    if (open_lines) {
+      select->order_also(key_terms(in_receipt_order(*table), select->alias, dialect.key_order));
+    }
+    plan->statement = driver().prepare(open_lines ? select->text : text, parameters);
     describe_columns(*plan, plan->statement->columns().size());
     return plan;
   }
-  const Dialect& dialect = driver().dialect();
   const bool writable = !select->joined && !select->computed;
   const bool hides_key = writable && !select->all_columns;
   select->order_also(key_terms(*table, select->alias, dialect.key_order));
