@@ -6,6 +6,7 @@
 #include "frame/database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
+#include "frame/saving.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -59,13 +60,10 @@ bool CashPurchase::Save_Cash_Purchase_Master() {
     auto master = open(
         sql({"Select * From Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(CashPurInvNo())}),
         Keyset);
-    if (master.IsEOF()) {
-      master.AddNew();
-      write_columns(CashPurchaseColumns::key(), *this, master);
-    } else {
+    begin_save(master, CashPurchaseColumns::key(), *this, [&] {
       execute(
           sql({"Delete from Cash_Purchase_Detail Where   Cash_Pur_Inv_No=", text(CashPurInvNo())}));
-    }
+    });
     write_columns(CashPurchaseColumns::rest(), *this, master);
     master.Update();
     return true;

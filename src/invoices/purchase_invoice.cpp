@@ -6,6 +6,7 @@
 #include "frame/discount_spread.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
+#include "frame/saving.h"
 #include "frame/text.h"
 #include "frame/trap.h"
 #include "invoices/purchase_invoice_columns.h"
@@ -61,13 +62,10 @@ bool PurchaseInvoice::Save_Purchase_Invoice_Master() {
     auto master = open(sql({"Select * From Purchase_Invoice_Master Where Purchase_Inv_No=",
                             text(PurchaseInvNo())}),
                        Keyset);
-    if (master.IsEOF()) {
-      master.AddNew();
-      write_columns(invoice_key_columns(), *this, master);
-    } else {
+    begin_save(master, invoice_key_columns(), *this, [&] {
       execute(sql(
           {"Delete from Purchase_Invoice_Detail Where Purchase_Inv_No=", text(PurchaseInvNo())}));
-    }
+    });
     write_columns(invoice_master_columns(), *this, master);
     master.Update();
     return true;

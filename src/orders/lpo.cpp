@@ -3,6 +3,7 @@
 #include "frame/database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
+#include "frame/saving.h"
 #include "frame/trap.h"
 #include "orders/lpo_columns.h"
 
@@ -52,12 +53,9 @@ bool LPO::Update_LPO() {
 bool LPO::Save_LPO_Master() {
   return trapped(Trap::plain, [&] {
     auto master = open(sql({"Select * From LPO_Master Where LPO_No=", text(LPONo())}), Keyset);
-    if (master.IsEOF()) {
-      master.AddNew();
-      write_columns(lpo_key_columns(), *this, master);
-    } else {
+    begin_save(master, lpo_key_columns(), *this, [&] {
       execute(sql({"Delete From LPO_Detail Where LPO_No=", text(LPONo())}));
-    }
+    });
     LPODiscountAmount = LPOFCDiscountAmount;
     LPOSubTotal = LPOFCSubtotal;
     LPOTotalAmount = LPOFCTotalAmount;

@@ -2,6 +2,7 @@
 
 #include "frame/database/statement.h"
 #include "frame/numbering.h"
+#include "frame/saving.h"
 #include "frame/trap.h"
 #include "receipts/grn_columns.h"
 
@@ -70,12 +71,9 @@ bool GRN::save_totals() {
 bool GRN::Save_GRN_Master() {
   auto master =
       open(sql({"Select * From Goods_Receive_Master Where GRN_No=", text(GRNNo())}), Keyset);
-  if (master.IsEOF()) {
-    master.AddNew();
-    write_columns(GRNColumns::key(), *this, master);
-  } else {
+  begin_save(master, GRNColumns::key(), *this, [&] {
     execute(sql({"Delete From Goods_Receive_Detail Where GRN_No=", text(GRNNo())}));
-  }
+  });
   write_columns(GRNColumns::head(), *this, master);
   take_purchase_type_of_order();
   write_columns(GRNColumns::rest(), *this, master);

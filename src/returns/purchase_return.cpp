@@ -4,6 +4,7 @@
 #include "frame/hosting/sibling.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
+#include "frame/saving.h"
 #include "frame/trap.h"
 #include "returns/purchase_return_columns.h"
 
@@ -41,13 +42,10 @@ bool PurchaseReturn::Save_Purchase_Rtn_Master() {
     auto master = open(
         sql({"Select * From Purchase_Return_Master Where Purchase_Rtn_No=", text(PurchaseRtnNo())}),
         Keyset);
-    if (master.IsEOF()) {
-      master.AddNew();
-      write_columns(return_key_columns(), *this, master);
-    } else {
+    begin_save(master, return_key_columns(), *this, [&] {
       execute(sql(
           {"Delete from Purchase_Return_Detail Where Purchase_Rtn_No=", text(PurchaseRtnNo())}));
-    }
+    });
     write_columns(return_master_columns(), *this, master);
     master.Update();
     return true;
