@@ -12,7 +12,7 @@ INCLUDE_ROOTS = ("include", "src", "tests", "examples", "examples/demo", "bench"
                  "bindings")
 CODE = (".h", ".cpp", ".c")
 SOURCES = CODE + (".py", ".sql", ".sh", ".cmake", "CMakeLists.txt")
-TEXTS = SOURCES + (".md", ".json", ".csv", "check", "demo", "run")
+TEXTS = SOURCES + (".md", ".json", ".csv", ".txt", "check", "demo", "run")
 
 LINE_LIMIT = 100
 FUNCTION_LIMIT = 70

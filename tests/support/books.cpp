@@ -88,7 +88,7 @@ Made& made() {
 /// At exit it would be too late: the client library of a database ends before our statics do.
 class ClearMade final : public ::testing::Environment {
  public:
-  void TearDown() override { made().clear(); }
+  void TearDown() override { drop_databases(); }
 };
 [[maybe_unused]] const auto* const kClearMade = ::testing::AddGlobalTestEnvironment(new ClearMade);
 
@@ -127,6 +127,10 @@ bool Made::empty(const std::string& text) {
 }
 
 }  // namespace
+
+void drop_databases() {
+  made().clear();
+}
 
 std::vector<std::string> databases() {
   if (std::getenv("OMBRIX_POSTGRES") == nullptr) return {"SQLite"};

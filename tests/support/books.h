@@ -14,6 +14,8 @@ namespace ombrix::testing {
 /// The databases that every test which touches one runs on: SQLite, and PostgreSQL when
 /// OMBRIX_POSTGRES names a server (the head of a connection text, without a database).
 std::vector<std::string> databases();
+/// Ends the databases that this process made; GoogleTest's own programs do it by themselves.
+void drop_databases();
 
 /// A database with the schema and no rows. Making one is dear, so it is emptied and used again by a
 /// later test; a test that changes the schema calls `spoil`.
