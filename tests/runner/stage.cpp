@@ -104,9 +104,10 @@ void Stage::perform_steps(const std::string& text, const Statement& statement, c
 
 void Stage::perform(const Step& step) {
   try {
-    const auto blank = step.text.find(' ');
-    const std::string word = step.text.substr(0, blank);
-    const std::string rest = blank == std::string::npos ? "" : trimmed(step.text.substr(blank));
+    // The first word may be an assignment whose value holds blanks.
+    const auto words = words_of(step.text, step.line());
+    const std::string word = words.empty() ? "" : words[0];
+    const std::string rest = trimmed(step.text.substr(word.size()));
     const auto verb = room_.verbs.find(word);
     if (verb != room_.verbs.end()) {
       verb->second.used = true;
