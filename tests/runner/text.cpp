@@ -81,7 +81,10 @@ Text read_text(const std::string& path) {
     } else if (indent == (in_head ? 0 : 2)) {
       body.push_back({{number, content}, {}});
     } else if ((content.starts_with("; ") || content.starts_with(": ")) && !body.empty()) {
-      body.back().head.text += " " + content;
+      Statement& statement = body.back();
+      for (const Line& more : statement.block) statement.head.text += " " + more.text;
+      statement.block.clear();
+      statement.head.text += " " + content;
     } else if (indent > (in_head ? 0 : 2) && !body.empty()) {
       auto& block = body.back().block;
       if (block.empty()) block_indent = indent;

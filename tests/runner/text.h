@@ -31,8 +31,7 @@ struct Scenario {
 
 /// A file: what stands before the first scenario, and the scenarios. A name stands at the margin,
 /// its statements 2 blanks in, the block of a statement deeper still. A deeper line that begins
-/// with
-/// ";" goes on with the statement itself. "# " begins a comment.
+/// with ";" or ":" goes on with the statement itself, as do those between. "# " begins a comment.
 struct Text {
   std::string path;
   std::vector<std::string> lines;  ///< as they stand
