@@ -64,15 +64,14 @@ Remote Remote::grid(std::int32_t rows, std::int32_t columns) {
   return Remote(handle);
 }
 
-bool Remote::may_set(const std::string& member) const {
+std::vector<ombrix_member_info> Remote::members() const {
   std::size_t count = 0;
   check(ombrix_member_count(handle_, &count));
+  std::vector<ombrix_member_info> members(count);
   for (std::size_t place = 0; place < count; ++place) {
-    ombrix_member_info info;
-    check(ombrix_member(handle_, place, &info));
-    if (member == info.name) return (info.access & OMBRIX_CAN_SET) != 0;
+    check(ombrix_member(handle_, place, &members[place]));
   }
-  return false;
+  return members;
 }
 
 Value Remote::get(const std::string& member, std::vector<Value> indices) const {
@@ -89,7 +88,10 @@ void Remote::let(const std::string& member, const Value& value, std::vector<Valu
 }
 
 void Remote::refer(const std::string& member, const Remote& object) const {
-  if (may_set(member)) return check(ombrix_set(handle_, member.c_str(), object.handle()));
+  for (const ombrix_member_info& info : members()) {
+    if (member != info.name || (info.access & OMBRIX_CAN_SET) == 0) continue;
+    return check(ombrix_set(handle_, member.c_str(), object.handle()));
+  }
   ombrix_value value{};
   value.type = OMBRIX_OBJECT;
   value.as.object = object.handle();

@@ -37,7 +37,8 @@ class Remote {
   ombrix_handle handle() const { return handle_; }
   explicit operator bool() const { return handle_ != 0; }
 
-  bool may_set(const std::string& member) const;
+  /// In dispatch order.
+  std::vector<ombrix_member_info> members() const;
   Value get(const std::string& member, std::vector<Value> indices = {}) const;
   void let(const std::string& member, const Value& value, std::vector<Value> indices = {}) const;
   /// An object, in the way that the member takes one.

@@ -320,14 +320,14 @@ std::string Stage::answer_text(const Actor& actor, const Value& answer) const {
 std::string Stage::expanded(const std::string& text) const {
   std::string result;
   for (std::size_t place = 0; place < text.size(); ++place) {
-    if (text[place] != '$') {
-      result += text[place];
-      continue;
-    }
     auto end = place + 1;
     while (end < text.size() && (std::isalnum(static_cast<unsigned char>(text[end])) != 0 ||
                                  text[end] == '_' || text[end] == '.')) {
       ++end;
+    }
+    if (text[place] != '$' || end == place + 1) {
+      result += text[place];
+      continue;
     }
     const std::string name = text.substr(place + 1, end - place - 1);
     const auto dot = name.find('.');

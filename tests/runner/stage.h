@@ -96,7 +96,9 @@ class Stage {
   Table grid_row(int row, const Cells* wanted);
   Table marks();
   void told(const Step& step, const std::string& rest);
-  void expect_lines(const Step& step, const std::vector<std::string>& seen);
+  /// `only` is the one line, where it stands behind the word itself.
+  void expect_lines(const Step& step, const std::optional<std::string>& only,
+                    const std::vector<std::string>& seen);
   /// `expected` is the end of the step's text.
   void expect_table(const Step& step, const std::optional<std::string>& expected,
                     const Table& seen);

@@ -41,7 +41,10 @@ void Watch::leave(const Call& call) {
   note((call.road == Call::Road::text ? "text " : "") + mode + call.text);
 }
 
-void Watch::note(const std::string& line) {
+void Watch::note(std::string line) {
+  const std::string day = Date::now().midnight().short_text();
+  const auto place = line.find(day);
+  if (place != std::string::npos) line.replace(place, day.size(), "today");
   statements_.push_back(line);
   calls_.push_back(line);
 }

@@ -22,7 +22,8 @@ class Watch {
   /// Forgets what was seen so far.
   void begin();
   /// A line for each statement: "text (1,3,-1) Select ...", "(1,3,-1) Select ..." through the
-  /// client's connection, "execute Delete ...". What siblings ask the database is left out.
+  /// client's connection, "execute Delete ...", the present day as "today". What siblings ask the
+  /// database is left out.
   const std::vector<std::string>& statements() const { return statements_; }
   /// The same, with the methods of siblings in between: "OmbrixSystem.General.LastDate()".
   const std::vector<std::string>& calls() const { return calls_; }
@@ -34,7 +35,7 @@ class Watch {
  private:
   void enter(const Call& call);
   void leave(const Call& call);
-  void note(const std::string& line);
+  void note(std::string line);
 
   std::shared_ptr<Connection> books_;
   std::vector<std::string> statements_, calls_;
