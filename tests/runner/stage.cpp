@@ -9,11 +9,18 @@ namespace {
 constexpr std::int32_t kColumns = 40;
 constexpr std::string_view kWithBlock[] = {"see", "add", "statements", "calls"};
 
-/// Whether the last step takes the block as its table; else the block goes on with the line.
-bool takes_block(const std::string& step) {
-  const std::string word = step.substr(0, step.find(' '));
-  return std::find(std::begin(kWithBlock), std::end(kWithBlock), word) != std::end(kWithBlock) &&
-         step.find(" : ") == std::string::npos;
+bool is_assignment(const std::string& word) {
+  const std::string key = assignment(word).first;
+  return !key.empty() && key.find('(') == std::string::npos;
+}
+
+/// Whether the last step takes the block as its table; else the block goes on with the line, as it
+/// does with properties that are looked at.
+bool takes_block(const std::string& step, int line) {
+  const auto words = words_of(step, line);
+  if (words.empty() || step.find(" : ") != std::string::npos) return false;
+  if (words.size() > 1 && is_assignment(words[1])) return false;
+  return std::find(std::begin(kWithBlock), std::end(kWithBlock), words[0]) != std::end(kWithBlock);
 }
 
 /// Each "?" outside quotes becomes the next cell.
@@ -36,11 +43,6 @@ std::string filled(const std::string& pattern, const std::vector<std::string>& c
 /// A reason reads to the end of its step, so it is quoted only for the sake of its ends.
 std::string as_reason(const std::string& text) {
   return text.empty() || text != trimmed(text) ? as_cell(text) : text;
-}
-
-bool is_assignment(const std::string& word) {
-  const std::string key = assignment(word).first;
-  return !key.empty() && key.find('(') == std::string::npos;
 }
 
 }  // namespace
@@ -80,7 +82,7 @@ void Stage::set_up(const Scenario& scenario) {
 void Stage::perform(const Statement& statement) {
   if (statement.head.text.starts_with("each ")) return perform_each(statement);
   const int line = statement.head.number;
-  const bool table = takes_block(split(statement.head.text, " ; ", line).back());
+  const bool table = takes_block(split(statement.head.text, " ; ", line).back(), line);
   perform_steps(table ? statement.head.text : joined(statement).text, statement, nullptr);
 }
 
@@ -98,7 +100,7 @@ void Stage::perform_steps(const std::string& text, const Statement& statement, c
   const auto steps = split(text, " ; ", line);
   for (const std::string& step : steps) {
     const bool last = &step == &steps.back();
-    perform(Step{step, &statement, row == nullptr && last && takes_block(step), row});
+    perform(Step{step, &statement, row == nullptr && last && takes_block(step, line), row});
   }
 }
 
