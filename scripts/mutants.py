@@ -167,6 +167,9 @@ class Run:
 
     def limited(self, stages):
         """(targets, command, seconds): a stage has to pass without a mutant, and gets its time."""
+        built, output = self.tree.build()  # the last mutant may still stand in the binaries
+        if not built:
+            sys.exit(output)
         for name, targets, command in stages:
             if name not in self.limits:
                 began = time.monotonic()
@@ -292,9 +295,6 @@ def main():
     for ending in (signal.SIGINT, signal.SIGTERM):
         signal.signal(ending, stop)
     work = Run(options)
-    built, output = work.tree.build()
-    if not built:
-        sys.exit(output)
     try:
         for room, wanted in options.wanted.items():
             work.room(room, wanted)
