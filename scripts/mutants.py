@@ -88,7 +88,7 @@ class Broken:
 
 
 def run(command, limit, **options):
-    """(ended well, output); everything the command started ends with it."""
+    """(ended well, output); everything the command started has ended."""
     with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                           start_new_session=True, **options) as process:
         try:
@@ -97,10 +97,22 @@ def run(command, limit, **options):
         except subprocess.TimeoutExpired:
             return False, f"took longer than {limit:.0f} s"
         finally:
-            try:
-                os.killpg(process.pid, signal.SIGKILL)
-            except ProcessLookupError:
-                pass
+            end(process)
+
+
+def end(process):
+    """Compilers are in groups of their own: ninja has to end them itself, lest they stay at work
+    on a file that is about to change back."""
+    for ending, patience in ((signal.SIGTERM, 20), (signal.SIGKILL, 5)):
+        try:
+            os.killpg(process.pid, ending)
+            until = time.monotonic() + patience
+            while time.monotonic() < until:
+                process.poll()
+                os.killpg(process.pid, 0)
+                time.sleep(0.05)
+        except ProcessLookupError:
+            return
 
 
 class Tree:
@@ -110,8 +122,8 @@ class Tree:
         self.folder = os.path.abspath(folder)
         self.binary = os.path.join(self.folder, BINARY)
 
-    def build(self, targets=("all",)):
-        return run(["cmake", "--build", self.folder, "--target", *targets], BUILD_LIMIT)
+    def build(self, targets=("all",), **options):
+        return run(["cmake", "--build", self.folder, "--target", *targets], BUILD_LIMIT, **options)
 
     def entries(self):
         """Name and command of each entry of ctest."""
@@ -218,7 +230,9 @@ class Run:
         at_hand = None
         for targets, command, limit in stages:
             if targets != at_hand:
-                built, output = self.tree.build(targets)
+                # No mutant goes to a cache that other trees share.
+                built, output = self.tree.build(
+                    targets, env={**os.environ, "CCACHE_READONLY": "1"})
                 if not built:
                     error = re.search(r"error: .*", output)
                     return NOT_BUILT, error[0] if error else output.strip().rpartition("\n")[2]
