@@ -119,6 +119,7 @@ void Stage::perform(const Step& step) {
       }
       return perform_steps(text, *step.statement, step.row);
     }
+    if (is_assignment(word)) return act(step);
     if (!prepares(step, word, expanded(rest)) && !expects(step, word, rest)) act(step);
   } catch (const Raised& raised) {
     throw Mistake{step.line(),
@@ -158,6 +159,10 @@ bool Stage::prepares(const Step& step, const std::string& word, const std::strin
     let(enter(actor().document, true), rest, line);
   } else if (word == "bare") {
     let(enter(actor().document, false), rest, line);
+  } else if (word == "newborn") {
+    Actor& actor_at_hand = actor();
+    actor_at_hand.object = Remote::create(actor_at_hand.document.class_name);
+    let(actor_at_hand, rest, line);
   } else if (word == "make") {
     const auto words = words_of(rest, line);
     if (words.size() < 2) throw Mistake{line, "make NAME CLASS is expected"};
