@@ -130,6 +130,10 @@ bool Stage::expects(const Step& step, const std::string& word, const std::string
     see_cells(step, rest);
   } else if (word == "size") {
     expect_text(step, rest, shown(actor().grid.get("Rows")), "size ");
+  } else if (word == "members") {
+    Row seen;
+    for (const auto& info : actor().object.members()) seen.emplace_back(info.name);
+    expect_table(step, rest, {seen});
   } else if (word == "marks") {
     expect_table(step, expected, marks());
   } else if (word == "members") {
