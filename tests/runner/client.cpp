@@ -64,6 +64,13 @@ Remote Remote::grid(std::int32_t rows, std::int32_t columns) {
   return Remote(handle);
 }
 
+Value Remote::value() const {
+  ombrix_value value{};
+  value.type = OMBRIX_OBJECT;
+  value.as.object = handle_;
+  return c::from_c(value);
+}
+
 std::vector<ombrix_member_info> Remote::members() const {
   std::size_t count = 0;
   check(ombrix_member_count(handle_, &count));

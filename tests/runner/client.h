@@ -36,6 +36,8 @@ class Remote {
 
   ombrix_handle handle() const { return handle_; }
   explicit operator bool() const { return handle_ != 0; }
+  /// As an argument.
+  Value value() const;
 
   /// In dispatch order.
   std::vector<ombrix_member_info> members() const;

@@ -109,6 +109,7 @@ void Stage::perform(const Step& step) {
     // The first word may be an assignment whose value holds blanks.
     const auto words = words_of(step.text, step.line());
     const std::string word = words.empty() ? "" : words[0];
+    if (is_assignment(word)) return act(step);
     const std::string rest = trimmed(step.text.substr(word.size()));
     const auto verb = room_.verbs.find(word);
     if (verb != room_.verbs.end()) {
@@ -306,8 +307,9 @@ std::string Stage::call(const std::string& text, int line) {
   }
   const std::string method = words[0];
   left_.clear();
-  for (std::size_t place = 1; place < words.size(); ++place)
-    left_.push_back(value_of(words[place]));
+  for (std::size_t place = 1; place < words.size(); ++place) {
+    left_.push_back(words[place] == "books" ? connection_.value() : value_of(words[place]));
+  }
   watch_.begin();
   for (auto& [name, one] : stand_ins_) one->told.clear();
   return answer_text(actor(), actor().object.call(method, left_));
