@@ -130,19 +130,8 @@ bool Stage::expects(const Step& step, const std::string& word, const std::string
     see_cells(step, rest);
   } else if (word == "size") {
     expect_text(step, rest, shown(actor().grid.get("Rows")), "size ");
-  } else if (word == "members") {
-    Row seen;
-    for (const auto& info : actor().object.members()) seen.emplace_back(info.name);
-    expect_table(step, rest, {seen});
   } else if (word == "marks") {
     expect_table(step, expected, marks());
-  } else if (word == "members") {
-    std::string seen;
-    for (const ombrix_member_info& member : actor().object.members()) {
-      seen += (seen.empty() ? "" : " ") + std::string(member.name);
-      if ((member.access & OMBRIX_CAN_CALL) != 0) seen += "()";
-    }
-    expect_text(step, rest, seen, "members ");
   } else if (word == "left") {
     Table seen(1);
     for (const Value& value : left_) seen[0].push_back(shown(value));
