@@ -19,6 +19,11 @@ enum class Trap : unsigned char;
 
 namespace ombrix::purchase {
 
+/// A text whose getter is declared to answer a Variant, which holds it.
+struct ReasonText : Property<std::string, Access::get> {
+  static constexpr std::string_view declared_type = "Variant";
+};
+
 /// What every business class repeats: the client's connection, the reason of the last failure, and
 /// the ways to the database and to the siblings.
 ///
@@ -33,7 +38,7 @@ class Frame {
   /// The open connection that the client holds. The class neither opens nor closes it.
   Property<std::shared_ptr<Connection>, Access::set> AdoConnectionObject;
   /// The reason of the last failure.
-  Property<std::string, Access::get> ErrDesc;
+  ReasonText ErrDesc;
   /// Copied into the `Last_Update` columns; the class takes no clock for it.
   Day LastUpdate;
   Flag ForeignCurrencyFlag;

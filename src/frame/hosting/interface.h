@@ -158,6 +158,16 @@ constexpr std::string_view type_name() {
   }
 }
 
+/// What a reader is told of a property, which may be declared wider than what it holds.
+template <class Property>
+constexpr std::string_view declared_type() {
+  if constexpr (requires { Property::declared_type; }) {
+    return Property::declared_type;
+  } else {
+    return type_name<typename Property::Type>();
+  }
+}
+
 template <class T>
 T from_value(const Value& value) {
   if constexpr (std::is_same_v<T, Value>) {
@@ -265,7 +275,8 @@ struct MembersOf {
   static constexpr Member property(std::string_view name) {
     using Property = typename detail::PropertyOf<decltype(P)>::Type;
     using T = typename Property::Type;
-    Member member{.name = name, .access = Property::access, .type = detail::type_name<T>()};
+    Member member{
+        .name = name, .access = Property::access, .type = detail::declared_type<Property>()};
     if constexpr (allows(Property::access, Access::get)) {
       member.get = [](void* self, std::span<Value>) {
         const T& held = (of(self).*P)();
