@@ -3,162 +3,77 @@
 #include <stdio.h>
 #include <string.h>
 
-static ombrix_value value_of(int32_t type) {
-  ombrix_value value;
-  memset(&value, 0, sizeof value);
-  value.type = type;
-  return value;
+static const char* database_folder = ".";
+static int passed = 0;
+static int failed = 0;
+
+void check_that(int holds, const char* what, const char* file, int line) {
+  ++*(holds ? &passed : &failed);
+  if (holds) return;
+  fprintf(stderr, "%s:%d: does not hold: %s (last failure %d \"%s\")\n", file, line, what,
+          (int)ombrix_failure_number(), ombrix_failure_text());
+}
+
+void check_text(const char* expected, const char* found, const char* what, const char* file,
+                int line) {
+  const int same = strcmp(expected, found) == 0;
+  if (!same) fprintf(stderr, "expected \"%s\", found \"%s\"\n", expected, found);
+  check_that(same, what, file, line);
+}
+
+void check_refused(ombrix_status expected, const ombrix_status* found, const char* file, int line) {
+  int call = 0;
+  CHECK(ombrix_failure_number() != 0 && ombrix_failure_text()[0] != '\0');
+  do {
+    char what[50];
+    snprintf(what, sizeof what, "status %d of call %d", (int)found[call], call + 1);
+    check_that(found[call] == expected, what, file, line);
+  } while (found[++call] != OMBRIX_OK);
 }
 
 ombrix_value text_of(const char* text) {
-  ombrix_value value = value_of(OMBRIX_TEXT);
-  value.as.text.bytes = text;
-  value.as.text.length = OMBRIX_NUL_TERMINATED;
-  return value;
+  return (ombrix_value){.type = OMBRIX_TEXT, .as.text = {text, OMBRIX_NUL_TERMINATED}};
 }
-
-ombrix_value number_of(double number) {
-  ombrix_value value = value_of(OMBRIX_DOUBLE);
-  value.as.number = number;
-  return value;
-}
-
 ombrix_value long_of(int32_t number) {
-  ombrix_value value = value_of(OMBRIX_LONG);
-  value.as.integer = number;
-  return value;
+  return (ombrix_value){.type = OMBRIX_LONG, .as.integer = number};
 }
-
-ombrix_value flag_of(int flag) {
-  ombrix_value value = value_of(OMBRIX_BOOLEAN);
-  value.as.integer = flag;
-  return value;
-}
-
 ombrix_value object_of(ombrix_handle object) {
-  ombrix_value value = value_of(OMBRIX_OBJECT);
-  value.as.object = object;
-  return value;
+  return (ombrix_value){.type = OMBRIX_OBJECT, .as.object = object};
 }
 
-static void let_value(ombrix_handle object, const char* member, ombrix_value value) {
-  CHECK(ombrix_let(object, member, NULL, 0, &value) == OMBRIX_OK);
+static char answer[700];
+
+const char* failure(ombrix_status status) {
+  snprintf(answer, sizeof answer, "%d %s", (int)ombrix_failure_number(), ombrix_failure_text());
+  return status == OMBRIX_FAILURE ? answer : status == OMBRIX_OK ? "no failure" : "another status";
 }
 
-void let_text(ombrix_handle object, const char* member, const char* text) {
-  let_value(object, member, text_of(text));
-}
-
-void let_number(ombrix_handle object, const char* member, double number) {
-  let_value(object, member, number_of(number));
-}
-
-void let_flag(ombrix_handle object, const char* member, int flag) {
-  let_value(object, member, flag_of(flag));
-}
-
-void let_day(ombrix_handle object, const char* member, int64_t days_since_zero) {
-  ombrix_value value = value_of(OMBRIX_DATE);
-  value.as.seconds = days_since_zero * 24 * 60 * 60;
-  let_value(object, member, value);
-}
-
-static int holds_text(const ombrix_value* value, const char* expected) {
-  return value->type == OMBRIX_TEXT && value->as.text.length == (int64_t)strlen(expected) &&
-         strcmp(value->as.text.bytes, expected) == 0;
-}
-
-/* Tells what stands there instead, and ends the value. */
-static int compared(ombrix_status status, ombrix_value* value, const char* expected) {
-  const int same = status == OMBRIX_OK && holds_text(value, expected);
-  if (!same) {
-    fprintf(stderr, "expected \"%s\", found \"%s\" (status %d, type %d)\n", expected,
-            value->type == OMBRIX_TEXT ? value->as.text.bytes : "", (int)status, (int)value->type);
+const char* told(ombrix_status status, ombrix_value* value) {
+  if (status != OMBRIX_OK) return failure(status);
+  snprintf(answer, sizeof answer, "a value of type %d", (int)value->type);
+  if (value->type == OMBRIX_TEXT) {
+    const int whole = value->as.text.length == (int64_t)strlen(value->as.text.bytes);
+    snprintf(answer, sizeof answer, "%s", whole ? value->as.text.bytes : "a text of wrong length");
   }
   ombrix_clear(value);
-  return same;
+  return answer;
 }
 
-int text_is(ombrix_handle object, const char* member, const char* expected) {
-  ombrix_value value = value_of(OMBRIX_EMPTY);
-  const ombrix_status status = ombrix_get(object, member, NULL, 0, &value);
-  return compared(status, &value, expected);
+const char* get(ombrix_handle object, const char* member) {
+  ombrix_value value;
+  return told(ombrix_get(object, member, NULL, 0, &value), &value);
 }
 
-double number_in(ombrix_handle object, const char* member) {
-  ombrix_value value = value_of(OMBRIX_EMPTY);
-  CHECK(ombrix_get(object, member, NULL, 0, &value) == OMBRIX_OK && value.type == OMBRIX_DOUBLE);
-  return value.as.number;
+const char* cell(ombrix_handle grid, int32_t row, int32_t column) {
+  const ombrix_value at[2] = {long_of(row), long_of(column)};
+  ombrix_value value;
+  return told(ombrix_get(grid, "TextMatrix", at, 2, &value), &value);
 }
 
-int answers(ombrix_handle object, const char* method) {
-  ombrix_value answer = value_of(OMBRIX_EMPTY);
-  if (ombrix_call(object, method, NULL, 0, &answer) != OMBRIX_OK) return -1;
-  return answer.type == OMBRIX_BOOLEAN ? answer.as.integer : -1;
-}
-
-ombrix_handle open_books(const char* name) {
-  char file[500];
-  char text[600];
-  ombrix_handle connection = 0;
-  snprintf(file, sizeof file, "%s/%s", database_folder, name);
-  remove(file);
-  snprintf(text, sizeof text, "Driver=SQLite;Database=%s;Synchronous=OFF", file);
-  CHECK(ombrix_connection_open(text, &connection) == OMBRIX_OK);
-  CHECK(ombrix_create_schema(connection) == OMBRIX_OK);
-  run_sql(connection,
-          "Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix)"
-          " Values ('PO', 'AA', 'BR')");
-  run_sql(connection,
-          "Insert Into Item_Master (Item_Code, Item_Type, Purchase_Order_Qty, Base_Qty)"
-          " Values ('AA1001', '0', 100, 2)");
-  return connection;
-}
-
-void run_sql(ombrix_handle connection, const char* statement) {
-  ombrix_value argument = text_of(statement);
-  CHECK(ombrix_call(connection, "Execute", &argument, 1, NULL) == OMBRIX_OK);
-}
-
-int stored(ombrix_handle connection, const char* table, const char* field, const char* key_field,
-           const char* key, const char* expected) {
-  ombrix_handle general = 0;
-  ombrix_value answer = value_of(OMBRIX_EMPTY);
-  ombrix_value arguments[5];
-  ombrix_status status;
-  arguments[0] = text_of(table);
-  arguments[1] = text_of(field);
-  arguments[2] = text_of(key_field);
-  arguments[3] = text_of(key);
-  arguments[4] = flag_of(0);
-  CHECK(ombrix_create("OmbrixSystem.General", &general) == OMBRIX_OK);
-  CHECK(ombrix_set(general, "AdoConnectionObject", connection) == OMBRIX_OK);
-  status = ombrix_call(general, "GetFldValue", arguments, 5, &answer);
-  ombrix_release(general);
-  return compared(status, &answer, expected);
-}
-
-void put_cell(ombrix_handle grid, int32_t row, int32_t column, const char* text) {
-  const ombrix_value cell[2] = {long_of(row), long_of(column)};
-  const ombrix_value value = text_of(text);
-  CHECK(ombrix_let(grid, "TextMatrix", cell, 2, &value) == OMBRIX_OK);
-}
-
-int cell_is(ombrix_handle grid, int32_t row, int32_t column, const char* expected) {
-  const ombrix_value cell[2] = {long_of(row), long_of(column)};
-  ombrix_value value = value_of(OMBRIX_EMPTY);
-  const ombrix_status status = ombrix_get(grid, "TextMatrix", cell, 2, &value);
-  return compared(status, &value, expected);
-}
-
-void put_line(ombrix_handle grid, int32_t row) {
-  put_cell(grid, row, 1, "1001");
-  put_cell(grid, row, 3, "Paper");
-  put_cell(grid, row, 4, "Box");
-  put_cell(grid, row, 6, "12");
-  put_cell(grid, row, 7, "10");
-  put_cell(grid, row, 12, "35");
-  put_cell(grid, row, 15, "AABR001100");
+ombrix_handle new_object(const char* name) {
+  ombrix_handle object = 0;
+  CHECK(ombrix_create(name, &object) == OMBRIX_OK);
+  return object;
 }
 
 ombrix_handle new_grid(void) {
@@ -167,30 +82,24 @@ ombrix_handle new_grid(void) {
   return grid;
 }
 
-ombrix_handle new_order(ombrix_handle connection, ombrix_handle grid) {
-  ombrix_handle order = 0;
-  ombrix_value text = value_of(OMBRIX_EMPTY);
-  CHECK(ombrix_create("OmbrixPurchase.LPO", &order) == OMBRIX_OK);
-  CHECK(ombrix_get(connection, "ConnectionString", NULL, 0, &text) == OMBRIX_OK);
-  CHECK(ombrix_let(order, "ConnectionString", NULL, 0, &text) == OMBRIX_OK);
-  ombrix_clear(&text);
-  CHECK(ombrix_set(order, "AdoConnectionObject", connection) == OMBRIX_OK);
-  let_text(order, "CompanyPrefix", "AA");
-  let_text(order, "BranchPrefix", "BR");
-  let_text(order, "DocumentPrefix", "PO");
-  let_text(order, "VendorCode", "AAV001");
-  let_text(order, "VendorName", "Orchard Traders");
-  let_text(order, "CurrencyCode", "AED");
-  let_number(order, "AmtDig", 2);
-  let_day(order, "LPODate", 45352);
-  let_day(order, "LastUpdate", 45356);
-  if (grid != 0) {
-    CHECK(ombrix_set(order, "GridName", grid) == OMBRIX_OK);
-  } else {
-    ombrix_handle own = new_grid();
-    put_line(own, 1);
-    CHECK(ombrix_set(order, "GridName", own) == OMBRIX_OK);
-    ombrix_release(own);
-  }
-  return order;
+ombrix_handle open_books(void) {
+  char text[600];
+  ombrix_handle connection = 0;
+  snprintf(text, sizeof text, "%s/books.db", database_folder);
+  remove(text);
+  snprintf(text, sizeof text, "Driver=SQLite;Database=%s/books.db;Synchronous=OFF",
+           database_folder);
+  CHECK(ombrix_connection_open(text, &connection) == OMBRIX_OK);
+  CHECK(ombrix_create_schema(connection) == OMBRIX_OK);
+  return connection;
+}
+
+int main(int count, char** arguments) {
+  if (count > 1) database_folder = arguments[1];
+  printf("ombrix %s\n", ombrix_version());
+  test_objects();
+  test_parts();
+  test_refusals();
+  printf("%d passed, %d failed\n", passed, failed);
+  return failed == 0 ? 0 : 1;
 }

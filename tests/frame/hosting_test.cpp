@@ -12,6 +12,8 @@
 #include "ombrix/grid.h"
 #include "ombrix/purchase/lpo.h"
 
+#include "frame/hosting/interface.h"
+#include "support/books.h"
 #include "support/failures.h"
 
 namespace ombrix::testing {
@@ -49,22 +51,35 @@ TEST(LateCalls, KeepToTheRightsOfAMemberAndItsArguments) {
   EXPECT_EQ(counter->get("CompanyPrefix"), Value(""));
 }
 
-/// A component of the client's that tells its name.
-class Fake final : public Object {
+/// An object of the client's own: a member is what the test makes of it.
+class Part final : public Object {
  public:
-  explicit Fake(std::string name) : name_(std::move(name)) {}
+  /// Answers a get or a call; an assignment passes its value behind the arguments.
+  using Body = std::function<Value(std::string_view member, std::span<Value> arguments)>;
+  explicit Part(std::string name, Body body = {})
+      : name_(std::move(name)), body_(std::move(body)) {}
+
   std::string_view class_name() const override { return name_; }
-  Value get(std::string_view, std::span<Value>) override { return {}; }
-  void let(std::string_view, const Value&, std::span<Value>) override {}
+  Value get(std::string_view member, std::span<Value> arguments) override {
+    return body_(member, arguments);
+  }
+  void let(std::string_view member, const Value& value, std::span<Value> arguments) override {
+    std::vector<Value> all(arguments.begin(), arguments.end());
+    all.push_back(value);
+    body_(member, all);
+  }
   void set(std::string_view, const ObjectRef&) override {}
-  Value call(std::string_view, std::span<Value>) override { return {}; }
+  Value call(std::string_view member, std::span<Value> arguments) override {
+    return body_(member, arguments);
+  }
 
  private:
   std::string name_;
+  Body body_;
 };
 
 Registration registered(const std::string& name, const std::string& as) {
-  return Registration(name, [as] { return std::make_shared<Fake>(as); });
+  return Registration(name, [as] { return std::make_shared<Part>(as); });
 }
 std::string made(const std::string& name) {
   return std::string(create_object(name)->class_name());
@@ -107,6 +122,94 @@ TEST(EntryPoints, TellWhetherAnyInstanceOfAClassLives) {
   }
   const auto component = create_object("OmbrixSystem.General");
   EXPECT_EQ(DllCanUnloadNow(), OMBRIX_OK);
+}
+
+TEST(LateGrid, ReachesItsCellsByTheMembersOfTheClientsObject) {
+  std::string asked;
+  int lacking = 0;
+  const auto control =
+      std::make_shared<Part>("Screen", [&](std::string_view member, std::span<Value> arguments) {
+        asked.append(member);
+        for (const Value& argument : arguments) asked.append(" ").append(argument.to_text());
+        asked += ";";
+        if (lacking != 0 && member == "ValueMatrix") throw Failure(lacking, "not today");
+        return member == "TextMatrix" ? Value("12.5") : Value(7);
+      });
+  const auto grid = as_grid(control);
+  EXPECT_EQ(object_of(grid), control);
+  EXPECT_EQ(grid->Rows(), 7);
+  grid->Rows(5);
+  grid->TextMatrix(1, 2, "box");
+  EXPECT_EQ(grid->TextMatrix(1, 2), "12.5");
+  EXPECT_EQ(grid->ValueMatrix(1, 2), 7);
+  grid->Cell(13, 1, 0, 2, 18, true);
+  EXPECT_EQ(asked,
+            "Rows;Rows 5;TextMatrix 1 2 box;TextMatrix 1 2;ValueMatrix 1 2;Cell 13 1 0 2 18 True;");
+  lacking = 438;
+  EXPECT_EQ(grid->ValueMatrix(1, 2), 12.5);
+  lacking = 9;
+  EXPECT_EQ(raised_number([&] { grid->ValueMatrix(1, 2); }), 9);
+  EXPECT_EQ(as_grid(nullptr), nullptr);
+  EXPECT_EQ(raised_number([] { as_grid(create_object("OmbrixSystem.General")); }), 13);
+}
+
+/// What an order lends to others may be taken from it, or replaced, while it is being saved.
+class LentTest : public OnEachDatabase {
+ protected:
+  LentTest() {
+    for (const auto& [member, text] : {std::pair{"CompanyPrefix", "AA"},
+                                       {"BranchPrefix", "BR"},
+                                       {"DocumentPrefix", "PO"},
+                                       {"VendorCode", "V"},
+                                       {"VendorName", "Mills"},
+                                       {"CurrencyCode", "AED"},
+                                       {"LPODate", "2024-03-01"}}) {
+      order->let(member, text);
+    }
+    order->set("AdoConnectionObject", books.connection());
+  }
+  /// A grid of one line.
+  static Value cell_of(std::string_view member, std::span<Value> cell) {
+    if (member == "Rows") return 2;
+    const int column = cell[1].to_long();
+    return column == 1 ? "1001" : column == 15 ? "AABR001100" : "10";
+  }
+  bool create() { return order->call("Create_LPO", {}).to_flag(); }
+  static double orders(const Books& books) {
+    return books.value("Select Count(*) As V From LPO_Master").to_number();
+  }
+
+  ObjectRef order = create_object("OmbrixPurchase.LPO");
+};
+OMBRIX_ON_EACH_DATABASE(LentTest);
+
+TEST_P(LentTest, a_grid_that_leaves_lives_to_the_end_of_the_method) {
+  books.execute(
+      "Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix)"
+      " Values ('PO', 'AA', 'BR')");
+  auto grid = std::make_shared<Part>("Screen", [&](auto member, auto cell) {
+    if (member != "Rows") order->set("GridName", nullptr);
+    return cell_of(member, cell);
+  });
+  const std::weak_ptr<Part> left = grid;
+  order->set("GridName", std::move(grid));
+  EXPECT_TRUE(create()) << order->get("ErrDesc").to_text();
+  EXPECT_TRUE(left.expired());
+  EXPECT_EQ(orders(books), 1);
+}
+
+TEST_P(LentTest, a_counter_may_put_another_connection_in_place) {
+  const Books other(GetParam());
+  const Registration counter("OmbrixSystem.CounterTransaction", [&] {
+    return std::make_shared<Part>("Counter", [&](auto, auto arguments) {
+      if (arguments.size() == 2) arguments[0] = Value(ObjectRef(other.connection()));
+      return Value(true);
+    });
+  });
+  order->set("GridName", std::make_shared<Part>("Screen", cell_of));
+  EXPECT_TRUE(create()) << order->get("ErrDesc").to_text();
+  EXPECT_EQ(orders(books), 0);
+  EXPECT_EQ(orders(other), 1);
 }
 
 }  // namespace
