@@ -4,6 +4,7 @@ import datetime
 import sqlite3
 import tempfile
 import unittest
+from contextlib import closing
 
 import ombrix
 
@@ -13,7 +14,7 @@ LINE = {1: "1001", 3: "Flour", 4: "Bag-Weekly", 6: 25, 7: 4, 8: 22.5, 12: 90, 15
 
 
 class BooksTest(unittest.TestCase):
-    """A database with a series and an item, and an order that can be saved."""
+    """A database with a series, and an order that can be saved."""
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -24,29 +25,20 @@ class BooksTest(unittest.TestCase):
         self.addCleanup(self.books.Close)
         ombrix.create_schema(self.books)
         self.books.Execute("Insert Into Document_Prefix (Document_Prefix, Company_Prefix,"
-                           " Branch_Prefix, Document_Next_No) Values ('LPO', 'AA', '01', 118);"
-                           "Insert Into Item_Master (Item_Code, Item_Type, Purchase_Order_Qty,"
-                           " Base_Qty) Values ('AA1001', '0', 10, 2)")
+                           " Branch_Prefix) Values ('LPO', 'AA', '01')")
         self.grid = self.grid_of(LINE)
-        self.order = self.order_on(self.grid)
-
-    def grid_of(self, *lines):
-        grid = ombrix.Grid(rows=len(lines) + 1, cols=21)
-        for row, cells in enumerate(lines, 1):
-            for column, value in cells.items():
-                grid[row, column] = value
-        return grid
-
-    def order_on(self, grid):
-        order = ombrix.create("OmbrixPurchase.LPO")
-        order.ConnectionString = self.books.ConnectionString
-        order.AdoConnectionObject = self.books
+        self.order = order = ombrix.create("OmbrixPurchase.LPO")
+        order.ConnectionString, order.AdoConnectionObject = self.text, self.books
         order.CompanyPrefix, order.BranchPrefix, order.DocumentPrefix = "AA", "01", "LPO"
         order.LPODate = order.LastUpdate = DAY
         order.VendorCode, order.VendorName, order.CurrencyCode = "AAV001", "Harbour Foods", "EUR"
-        order.AmtDig, order.LPOFCTotalAmount = 2, 90.125
-        order.GridName = grid
-        return order
+        order.GridName = self.grid
+
+    def grid_of(self, cells):
+        grid = ombrix.Grid(rows=2, cols=21)
+        for column, value in cells.items():
+            grid[1, column] = value
+        return grid
 
     def register(self, factory, name=COUNTER):
         ombrix.register(name, factory)
@@ -54,11 +46,8 @@ class BooksTest(unittest.TestCase):
 
     def rows(self, select):
         """Committed rows, read past the library."""
-        connection = sqlite3.connect(self.path)
-        try:
+        with closing(sqlite3.connect(self.path)) as connection:
             return connection.execute(select).fetchall()
-        finally:
-            connection.close()
 
     def assertFails(self, number, text, run, *arguments):
         with self.assertRaises(ombrix.Failure) as caught:

@@ -18,18 +18,17 @@ LPO = "OmbrixPurchase.LPO"
 
 
 class Names(BooksTest):
-    def test_members_stand_in_dispatch_order_with_what_they_allow(self):
+    def test_members_and_classes_are_listed(self):
         members = ombrix.members(self.order)
-        self.assertEqual(len(members), 48)
-        self.assertEqual([number for number, _, _ in members], list(range(1, 49)))
-        for member in ((1, "TaxTypeLPO", "gl"), (8, "DocFlag", "l"),
-                       (14, "AdoConnectionObject", "s"), (16, "ErrDesc", "g"),
-                       (43, "GridName", "gs"), (45, "Create_LPO", "c"), (48, "Process_LPO", "c")):
-            self.assertEqual(members[member[0] - 1], member)
+        self.assertEqual([number for number, _, _ in members], list(range(1, len(members) + 1)))
+        for member in ((8, "DocFlag", "l"), (14, "AdoConnectionObject", "s"),
+                       (43, "GridName", "gs"), (48, "Process_LPO", "c")):
+            self.assertIn(member, members)
         self.assertEqual(sorted(name for _, name, _ in members), dir(self.order))
         self.assertIn((2, "State", "g"), ombrix.members(self.books))
         self.assertEqual(ombrix.members(object()), [])
-        self.assertFails(13, "takes an object", ombrix.members, LPO)
+        self.assertEqual(ombrix.classes(), sorted(ombrix.classes()))
+        self.assertIn(LPO, ombrix.classes())
 
     def test_any_case_will_do(self):
         order = ombrix.create(LPO.upper())
@@ -44,14 +43,13 @@ class Names(BooksTest):
                                   (self.order, "LPONumber", "LPONo"),
                                   (self.order, "Create", "Create_LPO"),
                                   (self.books, "Exec", "Execute"), (self.grid, "Row", "Rows")):
-            for run in (lambda t=thing, n=name: getattr(t, n),
-                        lambda t=thing, n=name: setattr(t, n, 1)):
+            for run in (getattr, lambda thing, name: setattr(thing, name, 1)):
                 with self.subTest(name), self.assertRaisesRegex(AttributeError, f"'{near}'"):
-                    run()
+                    run(thing, name)
         self.assertFalse(hasattr(self.order, "qqqq"))
 
     def test_what_a_member_does_not_allow_is_an_attribute_error(self):
-        for name in ("DocFlag", "manualDocIdentity", "AdoConnectionObject"):
+        for name in ("DocFlag", "AdoConnectionObject"):
             with self.subTest(name), self.assertRaisesRegex(AttributeError, "not read"):
                 getattr(self.order, name)
         for thing, name in ((self.order, "ErrDesc"), (self.order, "Create_LPO"),
@@ -59,7 +57,7 @@ class Names(BooksTest):
             with self.subTest(name), self.assertRaisesRegex(AttributeError, name):
                 setattr(thing, name, 1)
 
-    def test_an_object_shows_its_class_and_its_keys(self):
+    def test_an_object_shows_its_class_and_its_keys_and_no_password(self):
         self.assertEqual(repr(ombrix.create(LPO)), f"<{LPO}>")
         self.order.VendorName = ""
         self.order.Create_LPO()
@@ -68,15 +66,7 @@ class Names(BooksTest):
                          " ErrDesc='Invalid Vendor Name.'>")
         self.assertEqual(repr(self.grid), "<Grid rows=2 cols=21>")
         self.assertIn("Create_LPO", repr(self.order.Create_LPO))
-
-    def test_names_of_classes(self):
-        self.assertEqual(ombrix.classes(), sorted(ombrix.classes()))
-        self.assertIn(LPO, ombrix.classes())
-        self.assertFails(429, "OmbrixPurchase.Nothing", ombrix.create, "OmbrixPurchase.Nothing")
-        for wrong in (5, None, LPO.encode()):
-            self.assertFails(13, "Type mismatch", ombrix.create, wrong)
-        self.assertFails(None, "", ombrix.create, "a\0b")
-        self.assertFails(13, "callable", ombrix.register, "Own.Thing", 5)
+        self.assertEqual(repr(self.books), "<Connection open>")
 
 
 class Types(BooksTest):
@@ -88,71 +78,31 @@ class Types(BooksTest):
                                    ("AdoConnectionObject", self.grid, "takes a connection"),
                                    ("AdoConnectionObject", self.text, "takes a connection")):
             with self.subTest(name):
+                self.assertFails(13, "Type mismatch: ", setattr, self.order, name, value)
                 self.assertFails(13, taken, setattr, self.order, name, value)
-                with self.assertRaisesRegex(ombrix.Failure, "^Type mismatch"):
-                    setattr(self.order, name, value)
-        counter = ombrix.create("OmbrixSystem.CounterTransaction")
-        self.assertFails(13, "Get_Last_Counter: argument 1 takes a connection",
-                         counter.Get_Last_Counter, "text", True)
-        self.assertFails(13, "argument 2 takes a Boolean", counter.Get_Last_Counter, self.books, {})
-        self.assertFails(13, "Execute: argument 1 takes a String", self.books.Execute, 5)
+        for wrong in ([1, 2], "grid", 5, object(), self.books):
+            with self.subTest(wrong=wrong):
+                self.assertFails(13, "GridName takes a grid", setattr, self.order, "GridName",
+                                 wrong)
+        self.assertIs(self.order.GridName, self.grid)
         self.assertFails(13, "takes a connection", ombrix.create_schema, self.order)
+        self.assertFails(13, "takes an object", ombrix.members, LPO)
+        self.assertFails(13, "callable", ombrix.register, "Own.Thing", 5)
+        self.assertFails(13, "callable", lambda: ombrix.dialogue(message="print"))
 
-    def test_values_that_no_property_can_hold(self):
-        self.assertFails(94, "Invalid use of Null", setattr, self.order, "VendorName", None)
-        self.assertFails(5, "UTF-8", setattr, self.order, "VendorName", "\ud800")
-        self.assertFails(6, "Overflow", setattr, self.order, "AmtDig", 10**400)
-        self.assertEqual(self.order.VendorName, "Harbour Foods")
-
-    def test_the_number_of_arguments(self):
+    def test_arguments(self):
         counter = ombrix.create("OmbrixSystem.CounterTransaction")
-        self.assertFails(449, "not optional", counter.Get_Last_Counter)
+        draw = counter.Get_Last_Counter
+        self.assertFails(13, "Get_Last_Counter: argument 1 takes a connection", draw, "text", True)
+        self.assertFails(13, "argument 2 takes a Boolean", draw, self.books, {})
+        self.assertFails(13, "Execute: argument 1 takes a String", self.books.Execute, 5)
+        self.assertFails(449, "not optional", draw)
         self.assertFails(450, "Wrong number", counter.Increase_Counter, True, True)
         self.assertFails(None, "too many", counter.Increase_Counter, *[1] * 100)
-
-
-class Grids(BooksTest):
-    def test_a_number_becomes_its_general_text(self):
-        for value, text in ((10, "10"), (10.0, "10"), (0.1, "0.1"), (1 / 3, "0.333333333333333"),
-                            (-0.0, "0"), (-2.50, "-2.5"), (1e15, "1E+15"), (10**15, "1E+15"),
-                            (123456789012345.0, "123456789012345"), (0.1 + 0.2, "0.3"),
-                            (1e-5, "0.00001"), (1.5e300, "1.5E+300"), (True, "True"),
-                            ("caf\u00e9\0", "caf\u00e9\0")):
-            with self.subTest(value=value):
-                self.grid[1, 2] = value
-                self.assertEqual(self.grid[1, 2], text)
-        self.grid[1, 2] = "1,234.50"
-        self.assertEqual(self.grid.ValueMatrix(1, 2), 1234.5)
-
-    def test_outside_the_grid(self):
-        for cell in ((2, 0), (0, 21), (-1, 0), (0, -1), (2**31, 0), (0, 2**32 + 1), (2**70, 0)):
-            with self.subTest(cell):
-                self.assertFails(9, "Subscript out of range", self.grid.__getitem__, cell)
-                self.assertFails(9, "Subscript out of range", self.grid.__setitem__, cell, "x")
-                self.assertFails(9, "Subscript out of range", self.grid.ValueMatrix, *cell)
-        for cell in (1, "ab", (1,), (1, 2, 3), (1.0, 2), (None, 2), slice(1)):
-            with self.subTest(cell):
-                self.assertFails(13, "Type mismatch", self.grid.__getitem__, cell)
-                self.assertFails(13, "Type mismatch", self.grid.__setitem__, cell, "x")
-        self.assertFails(94, "Null", self.grid.__setitem__, (1, 1), None)
-        self.assertFails(5, "UTF-8", self.grid.__setitem__, (1, 1), "\ud800")
-        self.assertFails(9, "Subscript", ombrix.Grid, -1, 5)
-
-    def test_rows_that_stay_keep_their_texts(self):
-        self.grid[1, 1] = "kept"
-        self.grid.Rows = 4
-        self.grid[3, 20] = "new"
-        self.grid.Rows = 2
-        self.assertFails(9, "Subscript", self.grid.__setitem__, (3, 20), "gone")
-        self.grid.Rows = 4
-        self.assertEqual((self.grid.Rows, self.grid.Cols, self.grid[1, 1], self.grid[3, 20]),
-                         (4, 21, "kept", ""))
-
-    def test_one_grid_has_one_python_object(self):
-        self.assertIs(self.order.GridName, self.grid)
-        self.grid[1, 3] = "written before it goes"
-        self.grid = None
-        self.assertEqual(self.order.GridName[1, 3], "written before it goes")
+        self.assertFails(429, "OmbrixPurchase.Nothing", ombrix.create, "OmbrixPurchase.Nothing")
+        for wrong in (5, None, LPO.encode()):
+            self.assertFails(13, "Type mismatch", ombrix.create, wrong)
+        self.assertFails(None, "", ombrix.create, "a\0b")
 
 
 class Lifetime(BooksTest):
@@ -184,26 +134,15 @@ class Lifetime(BooksTest):
 
 
 class Loading(unittest.TestCase):
-    """The package in a folder of its own, in a process of its own."""
-
-    def setUp(self):
+    def test_a_library_beside_the_package(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        self.package = Path(folder.name) / "bindings" / "python" / "ombrix"
-        shutil.copytree(Path(ombrix.__file__).parent, self.package,
+        shutil.copytree(Path(ombrix.__file__).parent, folder.name + "/ombrix",
                         ignore=shutil.ignore_patterns("__pycache__", "*.so*"))
-
-    def load(self, **environment):
+        shutil.copy(lib.path, folder.name + "/ombrix/libombrixpurchase.so")
         variables = {name: value for name, value in os.environ.items() if name != "OMBRIX_LIBRARY"}
-        variables.update(environment, PYTHONPATH=str(self.package.parent))
-        program = "import ombrix; print(ombrix.__version__)"
-        return subprocess.run([sys.executable, "-c", program], capture_output=True, text=True,
-                              env=variables, timeout=60, check=False)
-
-    def test_a_library_beside_the_package(self):
-        shutil.copy(lib.path, self.package / "libombrixpurchase.so")
-        self.assertEqual(self.load().stdout.strip(), ombrix.__version__)
-
-
-if __name__ == "__main__":
-    unittest.main()
+        loaded = subprocess.run(
+            [sys.executable, "-c", "import ombrix; print(ombrix.__version__)"], timeout=60,
+            capture_output=True, text=True, env={**variables, "PYTHONPATH": folder.name},
+            check=False)
+        self.assertEqual(loaded.stdout.strip(), ombrix.__version__)
