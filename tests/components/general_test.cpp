@@ -10,36 +10,29 @@
 namespace ombrix::testing {
 namespace {
 
-enum class Road : bool { object, text };
 using Arguments = std::vector<Value>;
 
 class GeneralTest : public OnEachDatabase {
  protected:
   GeneralTest() {
     books.execute(
-        "Insert Into Item_Master (Item_Code, Item_Type, Base_Qty) Values ('AA1', '0', 12.5);"
-        "Insert Into Item_Master (Item_Code, Item_Type, Base_Qty) Values ('AA2', '3', Null);"
-        "Insert Into Item_Master (Item_Code, Item_Type, Base_Qty) Values ('AA3', '3', 7);"
-        "Insert Into Item_Master (Item_Code, Item_Type) Values ('', 'none')");
+        "Insert Into Item_Master (Item_Code, Item_Type, Base_Qty) Values ('AA1', '0', 12.5),"
+        " ('AA2', '3', Null), ('AA3', '3', 7), ('', 'none', Null)");
+    by_object->set("AdoConnectionObject", books.connection());
+    by_text->let("ADOConnectionString", books.text());
   }
 
-  std::string value(Arguments arguments, Road road = Road::object) {
-    const ObjectRef general = create_object("OmbrixSystem.General");
-    if (road == Road::object) {
-      general->set("AdoConnectionObject", books.connection());
-    } else {
-      general->let("ADOConnectionString", books.text());
-    }
+  static std::string value(const ObjectRef& general, Arguments arguments) {
     return general->call("GetFldValue", arguments).to_text();
   }
+
+  ObjectRef by_object = create_object("OmbrixSystem.General");
+  ObjectRef by_text = create_object("OmbrixSystem.General");
 };
 OMBRIX_ON_EACH_DATABASE(GeneralTest);
 
 TEST_P(GeneralTest, answers_one_field_of_the_first_row_that_its_comparisons_select) {
-  const struct {
-    Arguments arguments;
-    const char* answer;
-  } cases[] = {
+  const std::pair<Arguments, const char*> cases[] = {
       {{"Item_Master", "Item_Type", "  "}, "none"},
       {{"Item_Master", "Item_Type", "Item_Code", "AA2", false}, "3"},
       {{"item_master", "BASE_qty", "ITEM_code", "AA1", false}, "12.5"},
@@ -52,13 +45,11 @@ TEST_P(GeneralTest, answers_one_field_of_the_first_row_that_its_comparisons_sele
       {{"Item_Master", "Item_Type", "Item_Code", "none", false}, ""},
       {{"Item_Master", "Base_Qty", "Item_Code", "AA2", false}, ""},
       {{"Item_Master", "Item_Type", Null(), Null(), Null()}, "none"},
-      {{"Item_Master", "Item_Type", "Item_Code", "AA2", Null(), Null(), Null(), Null()}, "3"},
-  };
-  for (const auto& c : cases) {
-    for (const Road road : {Road::object, Road::text}) {
-      SCOPED_TRACE(&c - cases);
-      EXPECT_EQ(value(c.arguments, road), c.answer);
-    }
+      {{"Item_Master", "Item_Type", "Item_Code", "AA2", Null(), Null(), Null(), Null()}, "3"}};
+  for (const auto& [arguments, answer] : cases) {
+    SCOPED_TRACE(arguments.back().text_or_empty() + " " + answer);
+    EXPECT_EQ(value(by_object, arguments), answer);
+    EXPECT_EQ(value(by_text, arguments), answer);
   }
 }
 
@@ -66,13 +57,13 @@ TEST_P(GeneralTest, sees_open_work_through_the_object_and_committed_work_through
   const Arguments lookup{"Item_Master", "Item_Type", "Item_Code", "AA9", false};
   books.connection()->BeginTrans();
   books.execute("Insert Into Item_Master (Item_Code, Item_Type) Values ('AA9', '0')");
-  EXPECT_EQ(value(lookup, Road::object), "0");
-  EXPECT_EQ(value(lookup, Road::text), "");
+  EXPECT_EQ(value(by_object, lookup), "0");
+  EXPECT_EQ(value(by_text, lookup), "");
   books.connection()->CommitTrans();
-  EXPECT_EQ(value(lookup, Road::text), "0");
+  EXPECT_EQ(value(by_text, lookup), "0");
 }
 
-TEST_P(GeneralTest, raises_what_could_change_its_statement) {
+TEST_P(GeneralTest, raises_what_could_change_its_statement_and_what_it_lacks) {
   for (const Arguments& arguments :
        {Arguments{"Item_Master", "Item_Type", "Item_Code", "O'Brien", false},
         {"Item_Master", "Item_Type", "Item_Code", "x' Or '1'='1", false},
@@ -83,22 +74,18 @@ TEST_P(GeneralTest, raises_what_could_change_its_statement) {
         {"Item_Master", "Item_Type", "1=1 Or Item_Code", "x", false},
         {"No_Such_Table", "Item_Type"},
         {"Item_Master", "No_Such_Column"}}) {
-    for (const Road road : {Road::object, Road::text}) {
-      const Failure failure = raised([&] { value(arguments, road); });
+    for (const ObjectRef& general : {by_object, by_text}) {
+      const Failure failure = raised([&] { value(general, arguments); });
       EXPECT_EQ(failure.number(), kDatabaseFailure) << arguments.back().to_text();
       EXPECT_NE(failure.description(), "") << arguments.back().to_text();
     }
   }
-}
-
-TEST_P(GeneralTest, needs_a_connection_and_two_names) {
-  const ObjectRef general = create_object("OmbrixSystem.General");
-  Arguments lookup{"Item_Master", "Item_Type"}, table{"Item_Master"};
-  EXPECT_TRUE(contains(raised_text([&] { general->call("GetFldValue", lookup); }),
-                       "\"Driver\" is missing"));
-  EXPECT_EQ(raised_number([&] { general->call("GetFldValue", table); }), 449);
-  general->set("AdoConnectionObject", std::make_shared<Connection>());
-  EXPECT_EQ(raised_number([&] { general->call("GetFldValue", lookup); }), kClosed);
+  const Arguments lookup{"Item_Master", "Item_Type"};
+  const ObjectRef alone = create_object("OmbrixSystem.General");
+  EXPECT_TRUE(contains(raised_text([&] { value(alone, lookup); }), "\"Driver\" is missing"));
+  EXPECT_EQ(raised_number([&] { value(alone, {"Item_Master"}); }), 449);
+  alone->set("AdoConnectionObject", std::make_shared<Connection>());
+  EXPECT_EQ(raised_number([&] { value(alone, lookup); }), kClosed);
 }
 
 }  // namespace

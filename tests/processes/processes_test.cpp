@@ -1,15 +1,10 @@
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>
 #include <string>
-#include <thread>
 #include <vector>
-
-#include "ombrix/grid.h"
-#include "ombrix/purchase/lpo.h"
 
 #include "processes/worker_process.h"
 #include "support/books.h"
@@ -23,18 +18,6 @@ constexpr int kProcesses = 8;
 int documents() {
   const char* told = std::getenv("OMBRIX_TEST_DOCUMENTS");
   return told != nullptr ? std::stoi(told) : 500;
-}
-
-void given_company(const Books& books, const std::string& company) {
-  books.execute(
-      "Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix,"
-      " Document_Next_No, Temporary_Next_No) Values ('PO', '" +
-      company + "', 'BR', 1, 1)");
-  for (const char* item : {"1001", "1002"}) {
-    books.execute(
-        "Insert Into Item_Master (Item_Code, Item_Type, Purchase_Order_Qty, Base_Qty) Values ('" +
-        company + item + "', '0', 100, 2)");
-  }
 }
 
 double number(const Books& books, const std::string& select) {
@@ -71,21 +54,23 @@ void expect_whole_orders(const Books& books, double orders, int lines) {
 }
 
 /// The final numbers run from 1 without a gap, and the counter stands behind the last.
-void expect_gapless(const Books& books, const std::string& company) {
-  const std::string of_company = " From LPO_Master Where Processed_Flag = 1 And Company_Prefix = '";
-  const double count = number(books, "Select Count(*) As V" + of_company + company + "'");
-  EXPECT_EQ(number(books, "Select Max(LPO_Identity) As V" + of_company + company + "'"), count);
-  EXPECT_EQ(number(books, "Select Count(Distinct LPO_Identity) As V" + of_company + company + "'"),
-            count);
-  EXPECT_EQ(
-      number(books, "Select Document_Next_No As V From Document_Prefix Where Company_Prefix = '" +
-                        company + "'"),
-      count + 1);
+void expect_gapless(const Books& books) {
+  const std::string processed = " From LPO_Master Where Processed_Flag = 1";
+  const double count = number(books, "Select Count(*) As V" + processed);
+  EXPECT_EQ(number(books, "Select Max(LPO_Identity) As V" + processed), count);
+  EXPECT_EQ(number(books, "Select Count(Distinct LPO_Identity) As V" + processed), count);
+  EXPECT_EQ(number(books, "Select Document_Next_No As V From Document_Prefix"), count + 1);
 }
 
 class ProcessesTest : public OnEachDatabase {
  protected:
-  void SetUp() override { given_company(books, "AA"); }
+  ProcessesTest() {
+    books.execute(
+        "Insert Into Document_Prefix (Document_Prefix, Company_Prefix, Branch_Prefix,"
+        " Document_Next_No, Temporary_Next_No) Values ('PO', 'AA', 'BR', 1, 1);"
+        "Insert Into Item_Master (Item_Code, Item_Type, Purchase_Order_Qty, Base_Qty)"
+        " Values ('AA1001', '0', 100, 2), ('AA1002', '0', 100, 2)");
+  }
 
   /// A lock is waited for, however busy the machine is: giving up is no part of these tests.
   std::string patient() const { return books.text("Busy Timeout=60000"); }
@@ -115,7 +100,7 @@ TEST_P(ProcessesTest, in_transactions_numbers_have_no_gap_and_no_update_is_lost)
   const int all = kProcesses * documents();
   EXPECT_EQ(final_numbers.size(), static_cast<std::size_t>(all));
   expect_whole_orders(books, all, 2);
-  expect_gapless(books, "AA");
+  expect_gapless(books);
   EXPECT_EQ(number(books, "Select Temporary_Next_No As V From Document_Prefix"), all + 1);
   expect_exact_item(books, "AA1001");
   expect_exact_item(books, "AA1002");
@@ -153,71 +138,12 @@ TEST_P(ProcessesTest, a_killed_process_leaves_no_lock_and_no_half_booked_order) 
   EXPECT_EQ(next.finish(), 0);
   // Those of the survivor, of the victim that came through, and of the next.
   expect_whole_orders(books, documents() / 2 + 2, 2);
-  expect_gapless(books, "AA");
+  expect_gapless(books);
   expect_exact_item(books, "AA1001");
   expect_exact_item(books, "AA1002");
 }
 
 OMBRIX_ON_EACH_DATABASE(ProcessesTest);
-
-/// One company's client in this process: creates and processes orders, each in a transaction.
-void work_company(const Books& books, const std::string& company, int orders) {
-  for (int i = 0; i < orders; ++i) {
-    purchase::LPO order;
-    order.AdoConnectionObject = books.connection();
-    order.ConnectionString = books.text();
-    order.CompanyPrefix = company;
-    order.BranchPrefix = "BR";
-    order.DocumentPrefix = "PO";
-    order.OnlineFlag = true;
-    order.LPODate = Date(2024, 3, 1);
-    order.VendorCode = company + "V001";
-    order.VendorName = "Orchard Traders";
-    order.CurrencyCode = "AED";
-    auto grid = std::make_shared<MemoryGrid>(2, 21);
-    for (const auto& [column, text] :
-         {std::pair{1, "1001"}, {3, "Paper"}, {7, "3"}, {12, "35"}, {15, "AABR001100"}}) {
-      grid->TextMatrix(1, column, text);
-    }
-    order.GridName = grid;
-    ASSERT_TRUE(all_or_nothing(*books.connection(), [&] { return order.Create_LPO(); }))
-        << order.ErrDesc();
-    ASSERT_TRUE(all_or_nothing(*books.connection(), [&] { return order.Process_LPO(); }))
-        << order.ErrDesc();
-  }
-}
-
-/// The two databases may stand on two servers: nothing in the process knows of both.
-class TwoCompanies : public ::testing::TestWithParam<std::pair<std::string, std::string>> {};
-
-TEST_P(TwoCompanies, are_worked_at_once_by_one_process) {
-  constexpr int kOrders = 50;
-  const Books first(GetParam().first);
-  const Books second(GetParam().second);
-  given_company(first, "AA");
-  given_company(second, "BB");
-  {
-    std::jthread other([&] { work_company(second, "BB", kOrders); });
-    work_company(first, "AA", kOrders);
-  }
-  for (const auto& [books, company] : {std::pair(&first, "AA"), std::pair(&second, "BB")}) {
-    expect_whole_orders(*books, kOrders, 1);
-    expect_gapless(*books, company);
-    expect_exact_item(*books, std::string(company) + "1001");
-  }
-}
-
-std::vector<std::pair<std::string, std::string>> pairs() {
-  std::vector<std::pair<std::string, std::string>> pairs{{"SQLite", "SQLite"}};
-  if (databases().size() > 1) {
-    pairs.insert(pairs.end(), {{"PostgreSQL", "PostgreSQL"}, {"SQLite", "PostgreSQL"}});
-  }
-  return pairs;
-}
-
-INSTANTIATE_TEST_SUITE_P(On, TwoCompanies, ::testing::ValuesIn(pairs()), [](const auto& chosen) {
-  return chosen.param.first + "And" + chosen.param.second;
-});
 
 }  // namespace
 }  // namespace ombrix::testing
