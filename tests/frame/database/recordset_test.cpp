@@ -1,6 +1,8 @@
 #include "ombrix/recordset.h"
 
+#include <charconv>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <vector>
@@ -198,6 +200,7 @@ TEST_P(RecordsetTest, stores_a_value_as_its_column_does) {
       {"LPO_Qty", std::numeric_limits<double>::denorm_min(),
        std::numeric_limits<double>::denorm_min()},
       {"LPO_Qty", 9007199254740993.0, 9007199254740992.0},
+      {"LPO_Qty", 123456789.123456789, 123456789.123456789},
       {"LPO_Qty", true, -1.0},
       {"LPO_Qty", " 1,234.50 ", 1234.5},
       {"LPO_Qty", Value(), 0.0},
@@ -211,6 +214,15 @@ TEST_P(RecordsetTest, stores_a_value_as_its_column_does) {
     EXPECT_EQ(set(c.column).value(), c.read) << c.column << " before Update";
     set.Update();
     EXPECT_EQ(stored(c.column), c.read) << c.column;
+    if (c.column != std::string("LPO_Qty")) continue;
+    // The database itself holds that very number.
+    char digits[40]{};
+    std::to_chars(digits, std::end(digits), c.read.to_number());
+    EXPECT_EQ(walk(open("Select * From LPO_Detail Where LPO_Qty = Cast('" + std::string(digits) +
+                        "' As double precision)"),
+                   "LPO_No"),
+              "A ")
+        << digits;
   }
 }
 

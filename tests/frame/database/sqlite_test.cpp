@@ -39,10 +39,11 @@ class SqliteTest : public ::testing::Test {
   fs::path beside(const std::string& name) const { return folder_ / name; }
   Connection& client() { return *client_; }
 
-  static Value pragma(const std::shared_ptr<Connection>& connection, const std::string& name) {
+  static Value pragma(const std::shared_ptr<Connection>& connection, const std::string& name,
+                      const std::string& column = "") {
     Recordset set;
     set.Open("Pragma " + name, connection, Static);
-    return set(name).value();
+    return set(column.empty() ? name : column).value();
   }
   static Recordset rows(const std::string& text) {
     Recordset set;
@@ -99,16 +100,12 @@ TEST_F(SqliteTest, is_durable_with_a_write_ahead_log_unless_told_otherwise) {
     const auto connection = Connection::open(text(c.more));
     EXPECT_EQ(pragma(connection, "journal_mode"), Value("wal")) << c.more;
     EXPECT_EQ(pragma(connection, "synchronous"), Value(c.synchronous)) << c.more;
-    Recordset timeout;
-    timeout.Open("Pragma busy_timeout", connection);
-    EXPECT_EQ(timeout("timeout").value(), Value(c.busy_timeout)) << c.more;
+    EXPECT_EQ(pragma(connection, "busy_timeout", "timeout"), Value(c.busy_timeout)) << c.more;
   }
 }
 
 TEST_F(SqliteTest, refuses_what_its_text_cannot_mean) {
-  const struct {
-    std::string text, reason;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"Driver=SQLite", "\"Database\" is missing"},
       {text("Synchronous=\"FULL; Drop Table LPO_Master\""), "must be FULL, NORMAL or OFF"},
       {text("Synchronous=3"), "must be FULL, NORMAL or OFF"},
@@ -118,7 +115,7 @@ TEST_F(SqliteTest, refuses_what_its_text_cannot_mean) {
       {text_of(":memory:"), "must be the path of a file"},
       {text_of("file:" + file_.string()), "must be the path of a file"},
   };
-  for (const auto& c : cases) expect_refused(c.text, c.reason);
+  for (const auto& [text, reason] : cases) expect_refused(text, reason);
 }
 
 TEST_F(SqliteTest, says_what_is_wrong_with_a_file) {

@@ -1,6 +1,5 @@
 #include "frame/database/statement.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -15,7 +14,9 @@
 namespace ombrix::testing {
 namespace {
 
+using database::date_value;
 using database::digits;
+using database::flag;
 using database::name;
 using database::number;
 using database::sql;
@@ -60,9 +61,8 @@ class StatementTest : public OnEachDatabase {
  protected:
   StatementTest() {
     books.execute(
-        "Insert Into LPO_Detail (LPO_No, SL_No, Item_Code, LPO_Qty) Values ('A', 1, 'AA1', 2);"
-        "Insert Into LPO_Detail (LPO_No, SL_No, Item_Code, LPO_Qty) Values ('B', 1, '2', 2.5);"
-        "Insert Into LPO_Detail (LPO_No, SL_No, Item_Code, LPO_Qty) Values ('C', 2, '', Null)");
+        "Insert Into LPO_Detail (LPO_No, SL_No, Item_Code, LPO_Qty) Values ('A', 1, 'AA1', 2),"
+        " ('B', 1, '2', 2.5), ('C', 2, '', Null)");
   }
 
   std::string found(const Statement& statement) {
@@ -91,10 +91,7 @@ class StatementTest : public OnEachDatabase {
 OMBRIX_ON_EACH_DATABASE(StatementTest);
 
 TEST_P(StatementTest, finds_with_bound_values_what_its_joined_text_finds) {
-  const struct {
-    Statement statement;
-    const char* rows;
-  } cases[] = {
+  const std::pair<Statement, const char*> cases[] = {
       {by_item("AA1"), "A"},
       {by_item("2"), "B"},
       {by_item(""), "C"},
@@ -109,10 +106,10 @@ TEST_P(StatementTest, finds_with_bound_values_what_its_joined_text_finds) {
       {sql({"Select ", name("lpo_no"), " From ", name("LPO_DETAIL"), " Where SL_No=", number(1)}),
        "AB"},
   };
-  for (const auto& c : cases) {
-    const std::string joined = c.statement.joined_text();
-    EXPECT_EQ(found(c.statement), c.rows) << joined;
-    EXPECT_EQ(found_by_text(joined), c.rows) << joined;
+  for (const auto& [statement, rows] : cases) {
+    const std::string joined = statement.joined_text();
+    EXPECT_EQ(found(statement), rows) << joined;
+    EXPECT_EQ(found_by_text(joined), rows) << joined;
   }
 }
 
@@ -160,14 +157,11 @@ TEST_P(StatementTest, executes_nothing_of_a_refused_value) {
   EXPECT_TRUE(journal.calls().empty());
 }
 
-TEST_P(StatementTest, takes_no_zero_character) {
+TEST_P(StatementTest, takes_no_zero_character_and_no_number_that_no_double_holds) {
   for (const auto value : {"AA1\0"sv, "\0"sv, "AA1\0' Or '1'='1"sv}) {
     EXPECT_EQ(refusal(by_item(value)).number(), kDatabaseFailure);
     EXPECT_EQ(refusal(by_quantity(value)).number(), kDatabaseFailure);
   }
-}
-
-TEST_P(StatementTest, raises_overflow_for_a_number_no_double_holds) {
   EXPECT_EQ(refusal(by_quantity("1e999")).description(), "Overflow");
 }
 
@@ -179,6 +173,38 @@ TEST_P(StatementTest, goes_the_same_way_through_a_connection_text) {
   EXPECT_EQ(by_text(by_item("AA1")), 1U);
   EXPECT_EQ(raised_text([&] { by_text(by_item("x' Or '1'='1")); }), kRefused);
   EXPECT_EQ(raised_text([&] { by_text(by_item("O'Brien")); }), complaint(by_item("O'Brien")));
+}
+
+TEST_P(StatementTest, a_bare_flag_is_true_when_it_holds_neither_0_nor_null) {
+  books.execute(
+      "Insert Into LPO_Master (LPO_No, Processed_Flag, Cancel_Flag) Values ('A', -1, 0),"
+      " ('B', 1, 1), ('C', 0, 1), ('D', Null, 1), ('E', 2, Null)");
+  EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where ", flag("Processed_Flag")})), "ABE");
+  EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where ", flag("Processed_Flag"), " And Not ",
+                       flag("Cancel_Flag")})),
+            "A");
+}
+
+TEST_P(StatementTest, a_date_value_is_a_day_as_dates_are_stored) {
+  books.execute(
+      "Insert Into LPO_Master (LPO_No, LPO_Date) Values ('A', '2024-03-04 23:59:59'),"
+      " ('B', '2024-03-05 00:00:00'), ('C', '2024-03-05 00:00:01'), ('D', Null)");
+  const auto day = date_value(Date(2024, 3, 5, 17, 30));
+  EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where LPO_Date = ", day})), "B");
+  EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where LPO_Date < ", day})), "A");
+  EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where LPO_Date >= ", day})), "BC");
+}
+
+TEST_P(StatementTest, a_view_gives_its_quoted_columns_in_any_case) {
+  books.execute(
+      "Insert Into Goods_Receive_Master (GRN_No, GRN_Ref_Document_No, GRN_Order_Date,"
+      " Processed_Flag) Values ('G', 'AABRPO1', '2024-03-05 00:00:00', 1);"
+      "Insert Into Goods_Receive_Detail (GRN_No, SL_No) Values ('G', 1)");
+  Recordset set;
+  set.Open("Select * From grnforinvoicing", books.connection(), Static);
+  ASSERT_EQ(set.RecordCount(), 1U);
+  EXPECT_EQ(set("ORDER no").value(), Value("AABRPO1"));
+  EXPECT_EQ(set("order date").value(), Value("2024-03-05 00:00:00"));
 }
 
 }  // namespace
