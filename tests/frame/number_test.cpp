@@ -1,5 +1,6 @@
 #include "frame/number.h"
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -15,70 +16,58 @@ namespace ombrix {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kLargest = std::numeric_limits<double>::max();
 constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
+template <class... Numbers>
+std::string general_texts(Numbers... numbers) {
+  std::string all;
+  ((all += (all.empty() ? "" : " ") + general_text(static_cast<double>(numbers))), ...);
+  return all;
+}
+
 TEST(GeneralText, IsPlainWhileFifteenDigitsSufficeAndScientificBeyond) {
-  const struct {
-    double number;
-    std::string_view text;
-  } cases[] = {{-0.0, "0"},
-               {-1200, "-1200"},
-               {0.1 + 0.2, "0.3"},
-               {1.0 / 3, "0.333333333333333"},
-               {2.0 / 3, "0.666666666666667"},
-               {1234567.891, "1234567.891"},
-               {123456789012345, "123456789012345"},
-               {-999999999999999, "-999999999999999"},
-               {123456789012345.6, "123456789012346"},
-               {0.000000000000001, "0.000000000000001"},
-               {0.0123456789012, "0.0123456789012"},
-               // Rounding to fifteen digits carries into a digit more.
-               {0.99999999999999989, "1"},
-               {999999.99999999988, "1000000"},
-               {999999999999999.9, "1E+15"},
-               {-1e15, "-1E+15"},
-               {1234567890123456, "1.23456789012346E+15"},
-               {1.5e-15, "1.5E-15"},
-               {1e-16, "1E-16"},
-               {-0.0012345678901234567, "-1.23456789012346E-03"},
-               {1e100, "1E+100"},
-               {std::numeric_limits<double>::max(), "1.79769313486232E+308"},
-               {kSmallest, "4.94065645841247E-324"}};
-  for (const auto& c : cases) EXPECT_EQ(general_text(c.number), c.text);
+  EXPECT_EQ(general_texts(-0.0, -1200, 1234567.891, 0.1 + 0.2, 1.0 / 3, 2.0 / 3),
+            "0 -1200 1234567.891 0.3 0.333333333333333 0.666666666666667");
+  EXPECT_EQ(general_texts(123456789012345, -999999999999999, 123456789012345.6, 1e-15, 0.012345),
+            "123456789012345 -999999999999999 123456789012346 0.000000000000001 0.012345");
+  // Rounding to fifteen digits carries into a digit more.
+  EXPECT_EQ(general_texts(0.99999999999999989, 999999.99999999988, 999999999999999.9, -1e15),
+            "1 1000000 1E+15 -1E+15");
+  EXPECT_EQ(general_texts(1234567890123456, 1.5e-15, 1e-16, -0.0012345678901234567, 1e100),
+            "1.23456789012346E+15 1.5E-15 1E-16 -1.23456789012346E-03 1E+100");
+  EXPECT_EQ(general_texts(kLargest, kSmallest), "1.79769313486232E+308 4.94065645841247E-324");
   for (const double number : {kInfinity, -kInfinity, kNaN}) {
     EXPECT_EQ(testing::raised_number([&] { general_text(number); }), 6);
   }
 }
 
+// The digits are rounded first; in numbers so large or so long the fifteenth digit decides.
 TEST(RoundHalfEven, IsDecidedOnTheDecimalForm) {
-  const struct {
-    double number, digits, result;
-  } cases[] = {{1.5, 0, 2},
-               {2.5, 0, 2},
-               {99.95, 1, 100},
-               {0.1 + 0.2, 2, 0.3},
-               {1e-300, 6, 0},
-               {0.0050001, 2, 0.01},
-               {1.0 / 3, 1e6, 1.0 / 3},
-               {2.345, 30, 2.345},
-               {1.25e-30, 31, 1.2e-30},
-               // The digits themselves are rounded first.
-               {2.345, 1.5, 2.34},
-               {2.345, 2.5, 2.34},
-               {2.345, -0.5, 2},
-               // So large or so long that the fifteenth digit decides.
-               {2.3450000001, 2, 2.35},
-               {2.34499999999999, 2, 2.34},
-               {3.4999999999999996, 0, 4},
-               {1234567.125, 2, 1234567.12},
-               {1234567.135, 2, 1234567.14},
-               {12345678901234.564, 2, 12345678901234.56},
-               {1234567890123456.75, 0, 1234567890123457},
-               {9007199254740991, 2, 9007199254740991}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(round_half_even(c.number, c.digits), c.result) << c.number << " at " << c.digits;
-    EXPECT_EQ(round_half_even(-c.number, c.digits), -c.result) << -c.number << " at " << c.digits;
+  const std::array<double, 3> cases[] = {{1.5, 0, 2},
+                                         {2.5, 0, 2},
+                                         {99.95, 1, 100},
+                                         {0.1 + 0.2, 2, 0.3},
+                                         {1e-300, 6, 0},
+                                         {0.0050001, 2, 0.01},
+                                         {1.0 / 3, 1e6, 1.0 / 3},
+                                         {2.345, 30, 2.345},
+                                         {1.25e-30, 31, 1.2e-30},
+                                         {2.345, 1.5, 2.34},
+                                         {2.345, 2.5, 2.34},
+                                         {2.345, -0.5, 2},
+                                         {2.3450000001, 2, 2.35},
+                                         {2.34499999999999, 2, 2.34},
+                                         {3.4999999999999996, 0, 4},
+                                         {1234567.125, 2, 1234567.12},
+                                         {1234567.135, 2, 1234567.14},
+                                         {12345678901234.564, 2, 12345678901234.56},
+                                         {1234567890123456.75, 0, 1234567890123457},
+                                         {9007199254740991, 2, 9007199254740991}};
+  for (const auto& [number, digits, result] : cases) {
+    EXPECT_EQ(round_half_even(number, digits), result) << number << " at " << digits;
+    EXPECT_EQ(round_half_even(-number, digits), -result) << -number << " at " << digits;
   }
 }
 
@@ -92,17 +81,14 @@ TEST(RoundHalfEven, AgreesWithWholeNumberArithmeticOnEveryThousandth) {
   }
 }
 
-TEST(RoundHalfEven, NeverGivesANegativeZero) {
-  for (const double number : {-0.0, -0.001, -0.005, -1e-300}) {
-    EXPECT_FALSE(std::signbit(round_half_even(number, 2))) << number;
-  }
-}
-
-TEST(RoundHalfEven, RefusesDigitsBelowZeroAndWhatIsNoNumber) {
+TEST(RoundHalfEven, RefusesDigitsBelowZeroAndWhatIsNoNumberAndGivesNoNegativeZero) {
   EXPECT_EQ(testing::raised_number([] { round_half_even(1.5, -1); }), 5);
   EXPECT_EQ(testing::raised_number([] { round_half_even(1, -0.6); }), 5);
   EXPECT_EQ(testing::raised_number([] { round_half_even(kInfinity, 2); }), 6);
   EXPECT_EQ(testing::raised_number([] { round_half_even(1.5, kNaN); }), 6);
+  for (const double number : {-0.0, -0.001, -0.005, -1e-300}) {
+    EXPECT_FALSE(std::signbit(round_half_even(number, 2))) << number;
+  }
 }
 
 TEST(NumberText, IsReadWhole) {
@@ -123,29 +109,27 @@ TEST(NumberText, IsReadWhole) {
 
 TEST(NumberText, TellsLargeFromSmallWhereTheExponentMisleads) {
   const std::string zeros(400, '0');
-  EXPECT_EQ(whole_number_text("1e99999999999999999999"), kInfinity);
-  EXPECT_EQ(whole_number_text("-1e-99999999999999999999"), 0.0);
-  EXPECT_EQ(whole_number_text("0e99999999999999999999"), 0.0);
-  EXPECT_EQ(whole_number_text("1" + zeros), kInfinity);
-  EXPECT_EQ(whole_number_text("1" + zeros + "e-5"), kInfinity);
-  EXPECT_EQ(whole_number_text("1" + zeros + "e-400"), 1.0);
-  EXPECT_EQ(whole_number_text("0." + zeros + "1"), 0.0);
-  EXPECT_EQ(whole_number_text("0." + zeros + "1e5"), 0.0);
-  EXPECT_EQ(whole_number_text("0." + zeros + "1e401"), 1.0);
+  const std::pair<std::string, double> cases[] = {{"1e99999999999999999999", kInfinity},
+                                                  {"-1e-99999999999999999999", 0},
+                                                  {"0e99999999999999999999", 0},
+                                                  {"1" + zeros, kInfinity},
+                                                  {"1" + zeros + "e-5", kInfinity},
+                                                  {"1" + zeros + "e-400", 1},
+                                                  {"0." + zeros + "1", 0},
+                                                  {"0." + zeros + "1e5", 0},
+                                                  {"0." + zeros + "1e401", 1}};
+  for (const auto& [text, number] : cases) EXPECT_EQ(whole_number_text(text), number) << text;
 }
 
 TEST(HeadNumber, StopsWhereTheNumberDoes) {
-  const struct {
-    std::string_view text;
-    double number;
-  } cases[] = {
+  const std::pair<std::string_view, double> cases[] = {
       {"", 0},          {"   ", 0},  {"abc", 0},          {"12", 12},        {"  12abc", 12},
       {"-3.5 7", -3.5}, {"+4%", 4},  {"1,234", 1},        {"1.2.3", 1.2},    {"1E2x", 100},
       {"1E", 1},        {"1E+", 1},  {"5e-x", 5},         {".5", 0.5},       {".", 0},
       {"-", 0},         {"- 5", 0},  {"-.e5", 0},         {"1e-400", 0},     {"inf", 0},
       {"&H10", 0},      {"0x1F", 0}, {"2.50 (net)", 2.5}, {"12'; drop", 12},
   };
-  for (const auto& c : cases) EXPECT_EQ(head_number(c.text), c.number) << c.text;
+  for (const auto& [text, number] : cases) EXPECT_EQ(head_number(text), number) << text;
   EXPECT_EQ(testing::raised_number([] { head_number("1e400 and more"); }), 6);
   EXPECT_EQ(testing::raised_number([] { head_number("-1e400"); }), 6);
 }
