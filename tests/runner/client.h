@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,15 +9,8 @@
 
 namespace ombrix::scenarios {
 
-/// A failure that the library raised through its C interface.
-struct Raised {
-  ombrix_status status;
-  std::int32_t number;
-  std::string text;
-};
-
 /// An object of the library, driven by names through the C interface alone. Every member raises
-/// `Raised`.
+/// the library's `Failure`.
 class Remote {
  public:
   Remote() = default;
@@ -35,14 +27,12 @@ class Remote {
   static Remote grid(std::int32_t rows, std::int32_t columns);
 
   ombrix_handle handle() const { return handle_; }
-  explicit operator bool() const { return handle_ != 0; }
   /// As an argument.
   Value value() const;
 
-  /// In dispatch order.
-  std::vector<ombrix_member_info> members() const;
-  Value get(const std::string& member, std::vector<Value> indices = {}) const;
-  void let(const std::string& member, const Value& value, std::vector<Value> indices = {}) const;
+  Value get(const std::string& member, const std::vector<Value>& indices = {}) const;
+  void let(const std::string& member, const Value& value,
+           const std::vector<Value>& indices = {}) const;
   /// An object, in the way that the member takes one.
   void refer(const std::string& member, const Remote& object) const;
   /// All arguments go by reference, and come back with what was left in them.

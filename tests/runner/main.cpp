@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 #include "runner/stage.h"
 
@@ -26,7 +25,7 @@ Options options_from(int count, char** arguments) {
   for (int place = 1; place < count; ++place) {
     const std::string word = arguments[place];
     const auto next = [&] {
-      if (++place == count) throw Mistake{0, word + " needs a value"};
+      if (++place == count) throw Finding{word + " needs a value"};
       return std::string(arguments[place]);
     };
     if (word == "--company") {
@@ -38,44 +37,43 @@ Options options_from(int count, char** arguments) {
     } else if (word == "--unwatched") {
       options.unwatched = true;
     } else if (word.starts_with("--")) {
-      throw Mistake{0, "is no option: " + word};
+      throw Finding{"is no option: " + word};
     } else {
       options.files.push_back(word);
     }
   }
-  if (options.files.empty() || options.company.empty()) throw Mistake{0, "--company and a file"};
+  if (options.files.empty() || options.company.empty()) throw Finding{"--company and a file"};
   return options;
 }
 
-std::string content_of(const std::string& path) {
-  std::ifstream file(path);
-  if (!file) throw Mistake{0, path + " cannot be read"};
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-/// From the end to the beginning, so that places before an edit stay what they are.
-void rewrite(Text text, std::vector<Edit> edits) {
-  std::stable_sort(edits.begin(), edits.end(),
-                   [](const Edit& one, const Edit& other) { return one.first > other.first; });
-  auto& lines = text.lines;
+/// Puts each edit into its lines, a line that became longer into several.
+void rewrite(const Text& text, const std::vector<Edit>& edits) {
+  std::vector<std::vector<std::string>> lines;  // what became of each
+  for (const std::string& line : text.lines) lines.push_back({line});
   for (const Edit& edit : edits) {
-    const auto first = lines.begin() + edit.first - 1;
-    const auto last = lines.begin() + edit.last;
-    if (!edit.lines.empty()) {
-      lines.insert(lines.erase(first, last), edit.lines.begin(), edit.lines.end());
-      continue;
+    const auto first = lines.begin() + edit.first - 1, end = lines.begin() + edit.last;
+    const auto holds = [&](const auto& now) {
+      return now.size() == 1 && now[0].find(edit.from) != std::string::npos;
+    };
+    auto place = edit.lines.empty() ? std::find_if(first, end, holds) : end;
+    if (place == end) {
+      std::string all(first->front(), 0, first->front().find_first_not_of(' '));
+      for (auto line = first; line != end; line->clear(), ++line) {
+        for (const auto& part : *line) all += without_comment(part) + (line + 1 == end ? "" : " ");
+      }
+      place = first;
+      *place = edit.lines.empty() ? std::vector{all} : edit.lines;
     }
-    const auto found = std::find_if(first, last, [&](const std::string& line) {
-      return line.find(edit.from) != std::string::npos;
-    });
-    if (found == last) throw Mistake{edit.first, "cannot be rewritten: " + edit.from};
-    found->replace(found->find(edit.from), edit.from.size(), edit.to);
+    if (!edit.lines.empty()) continue;
+    if (!holds(*place)) throw Finding{"cannot be rewritten: " + edit.from, edit.first};
+    std::string& line = place->front();
+    line.replace(line.find(edit.from), edit.from.size(), edit.to);
   }
   std::ofstream file(text.path);
-  for (const std::string& line : lines) {
-    for (const std::string& piece : wrapped(line)) file << piece << '\n';
+  for (const auto& now : lines) {
+    for (const std::string& line : now) {
+      for (const std::string& piece : wrapped(line)) file << piece << '\n';
+    }
   }
 }
 
@@ -83,40 +81,31 @@ struct Count {
   int passed = 0, failed = 0;
 };
 
-void report(const Text& text, const Scenario& scenario, const Play& play, int line,
-            const std::string& what) {
-  std::cout << text.path << ':' << line << ": " << scenario.name.text << " (" << play.database
-            << ")\n  " << what << '\n';
-}
-
-Count perform(const Text& text, const Room& room, Play& play, const Options& options) {
+Count perform(const Text& text, const Room& room, Play& play, const std::string& only) {
   Count count;
   for (const Scenario& scenario : text.scenarios) {
-    if (!options.only.empty() && scenario.name.text != options.only) continue;
+    if (!only.empty() && scenario.name.text != only) continue;
     try {
       Stage(room, play).perform(scenario);
       ++count.passed;
-      continue;
-    } catch (const Difference& difference) {
-      report(text, scenario, play, difference.line, difference.what);
-    } catch (const Mistake& mistake) {
-      report(text, scenario, play, mistake.line, mistake.what);
+    } catch (const Finding& finding) {
+      std::cout << text.path << ':' << finding.line << ": " << scenario.name.text << " ("
+                << play.database << ")\n  " << finding.what << '\n';
+      ++count.failed;
     }
-    ++count.failed;
   }
   return count;
 }
 
 Count perform(const std::string& path, const Options& options) {
   const Text text = read_text(path);
-  if (text.scenarios.empty()) throw Mistake{0, "holds no scenario"};
-  Room room;
-  room.define(text);
+  if (text.scenarios.empty()) throw Finding{"holds no scenario"};
+  const Room room(text);
   const std::string company = content_of(options.company);
   Count all;
   for (const std::string& database : testing::databases()) {
     Play play{database, company, !options.unwatched, options.rewrite};
-    const Count count = perform(text, room, play, options);
+    const Count count = perform(text, room, play, options.only);
     all.passed += count.passed;
     all.failed += count.failed;
     if (play.skipped > 0) std::cout << play.skipped << " lines need a watcher and were skipped\n";
@@ -126,24 +115,32 @@ Count perform(const std::string& path, const Options& options) {
       break;
     }
   }
-  if (all.passed + all.failed == 0) throw Mistake{0, "holds no scenario of that name"};
+  if (all.passed + all.failed == 0) throw Finding{"holds no scenario of that name"};
   if (options.only.empty() && all.failed == 0) room.check_used();
   return all;
 }
 
+/// A file that cannot be played at all is one more that failed.
+Count report(const std::string& path, const Options& options) {
+  try {
+    return perform(path, options);
+  } catch (const Finding& finding) {
+    std::cout << path << ':' << finding.line << ": " << finding.what << '\n';
+    return {0, 1};
+  }
+}
+
 int run(int argument_count, char** arguments) {
   Count all;
-  std::string path = "ombrix_scenarios";
   try {
     const Options options = options_from(argument_count, arguments);
-    for (const std::string& file : options.files) {
-      path = file;
-      const Count count = perform(file, options);
+    for (const std::string& path : options.files) {
+      const Count count = report(path, options);
       all.passed += count.passed;
       all.failed += count.failed;
     }
-  } catch (const Mistake& mistake) {
-    std::cout << path << ':' << mistake.line << ": " << mistake.what << '\n';
+  } catch (const Finding& finding) {
+    std::cout << finding.what << '\n';
     ++all.failed;
   }
   testing::drop_databases();

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "runner/text.h"
@@ -15,18 +16,8 @@ using Cells = std::map<int, std::string>;
 /// takes its grid.
 struct Document {
   std::string name, class_name, grid;
-  Line properties{};
+  std::string properties{};
 };
-
-/// A word of a file's own, and whether a scenario used it.
-template <class T>
-struct Defined {
-  int line = 0;
-  T meaning{};
-  mutable bool used = false;
-};
-template <class T>
-using Definitions = std::map<std::string, Defined<T>>;
 
 /// What the head of a file defines, that of an included one too:
 ///
@@ -37,20 +28,33 @@ using Definitions = std::map<std::string, Defined<T>>;
 ///     verb NAME: steps                     "$*" stands for what follows the verb
 ///     view NAME: TABLE columns [where ...] a listing by its name
 ///     given STEPS                          before each scenario
-struct Room {
-  std::vector<Document> documents;
-  Definitions<Cells> lines;
-  Definitions<std::string> verbs, views;
-  std::vector<Statement> given;
+class Room {
+ public:
+  explicit Room(const Text& text) { define(text, false); }
 
-  void define(const Text& text, bool included = false);
-  /// Raises a mistake for a definition that nothing used.
-  void check_used() const;
+  const std::vector<Statement>& given() const { return given_; }
+  /// The first one when it is not named.
+  const Document& document(const std::string& name = "") const;
+  bool has_documents() const { return !documents_.empty(); }
+  /// What a "line", "verb" or "view" of that name stands for, which is used from now on; or null.
+  const std::string* meaning(const std::string& kind, const std::string& name) const;
   /// Cells of "NAME 1=text ..." or of "1=text ...".
-  Cells cells_of(const std::string& text, int line) const;
-};
+  Cells cells_of(const std::string& text) const;
+  /// Raises a definition that nothing used.
+  void check_used() const;
 
-/// The statement's own line with its block behind it: for a statement that has no table.
-Line joined(const Statement& statement);
+ private:
+  struct Defined {
+    int line;
+    std::string meaning;
+    mutable bool used;  ///< one that is included need not be
+  };
+  void define(const Text& text, bool included);
+  void define(const std::string& word, const std::string& rest, int line, bool included);
+
+  std::vector<Document> documents_;
+  std::map<std::pair<std::string, std::string>, Defined> defined_;  ///< by kind and name
+  std::vector<Statement> given_;
+};
 
 }  // namespace ombrix::scenarios

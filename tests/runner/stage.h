@@ -1,10 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "runner/client.h"
@@ -16,17 +16,11 @@
 
 namespace ombrix::scenarios {
 
-/// What was seen is not what was expected.
-struct Difference {
-  int line;
-  std::string what;
-};
-
-/// Puts what was seen into a file: in one of the lines `first` to `last` the text `from` becomes
-/// `to`, or these lines become `lines`.
+/// Puts what was seen into a file: in the lines `first` to `last` the text `from` becomes `to`, or
+/// these lines become `lines`.
 struct Edit {
   int first, last;
-  std::string from, to{};
+  std::string from{}, to{};
   std::vector<std::string> lines{};
 };
 
@@ -43,10 +37,11 @@ struct Play {
 /// A step of a scenario, and where its expectation comes from.
 struct Step {
   std::string text;
-  const Statement* statement;
+  const Statement& statement;
   bool owns_block;  ///< the statement's block is this step's table
   const Line* row;  ///< of the table that the step was made for; null outside "each"
-  int line() const { return row != nullptr ? row->number : statement->head.number; }
+
+  const Line& line() const { return row != nullptr ? *row : statement.head; }
 };
 
 /// One scenario at work: its books, its objects, what they said.
@@ -54,7 +49,7 @@ class Stage {
  public:
   Stage(const Room& room, Play& play);
 
-  /// Raises `Difference` or `Mistake`.
+  /// Raises a `Finding` that tells its line.
   void perform(const Scenario& scenario);
 
  private:
@@ -63,52 +58,58 @@ class Stage {
     Remote object{}, grid{};
   };
   using Words = std::vector<std::string>;
+  using Given = std::optional<std::string>;  ///< what stands behind " : "
+  /// What a word does with the words behind it, "$Property" replaced.
+  using Deed = std::function<void(Stage&, const std::string&)>;
+  /// What a word looks at: its words, and what they are followed by, as it stands.
+  using Look = std::function<void(Stage&, const Step&, const std::string&, const Given&)>;
+  static const std::map<std::string, Deed>& deeds();
+  static const std::map<std::string, Look>& looks();
 
   void set_up(const Scenario& scenario);
   void perform(const Statement& statement);
-  void perform_each(const Statement& statement);
   void perform_steps(const std::string& text, const Statement& statement, const Line* row);
   void perform(const Step& step);
-  bool prepares(const Step& step, const std::string& word, const std::string& rest);
-  bool expects(const Step& step, const std::string& word, const std::string& rest);
+  void perform_word(const Step& step);
 
   // What changes the stage.
-  void add_rows(const Step& step, const std::string& rest);
-  void change_rows(const std::string& rest, int line);
-  void delete_rows(const std::string& rest, int line);
+  void add_rows(const Step& step, const std::string& table, const Given& given);
+  void change_rows(const std::string& rest);
+  void delete_rows(const std::string& rest);
   void execute(const std::string& statement);
-  Actor& enter(const Document& document, bool with_properties);
-  void use(const std::string& name, int line);
-  void let(Actor& actor, const std::string& assignments, int line);
-  void give_grid(Actor& actor, std::int32_t rows, std::int32_t columns);
-  void give_lines(const std::string& rest, int line);
-  void put(const std::string& rest, int line);
-  void stand(const Words& words, int line);
+  void enter(const Document& document, bool with_properties);
+  void newborn(const std::string& assignments);
+  void make(const std::string& rest);
+  void use(const std::string& name);
+  void let(const std::string& assignments);
+  void give_grid(std::int32_t rows, std::int32_t columns);
+  void give_lines(const std::string& rest);
+  void put(const std::string& rest);
+  void stand(const std::string& rest);
   void act(const Step& step);
-  std::string call(const std::string& text, int line);
-  std::string answer_text(const Actor& actor, const Value& answer) const;
+  std::string call(const std::string& text);
 
   // What is looked at.
-  void see(const Step& step, const std::string& rest);
+  void see(const Step& step, const std::string& rest, const Given& given);
   void see_properties(const Step& step, const std::string& rest);
-  void see_rows(const Step& step, std::string listing);
-  void see_cells(const Step& step, const std::string& rest);
-  Table grid_row(int row, const Cells* wanted);
+  void see_cells(const Step& step, const std::string& rest, const Given& given);
+  void count(const Step& step, const std::string& rest, const Given& given);
   Table marks();
-  void told(const Step& step, const std::string& rest);
+
+  /// What stands behind " : ", or below the line; cells keep their quotes.
+  Table written(const Step& step, const Given& given) const;
+  void expect_table(const Step& step, const Given& given, const Table& seen);
   /// `only` is the one line, where it stands behind the word itself.
-  void expect_lines(const Step& step, const std::optional<std::string>& only,
-                    const std::vector<std::string>& seen);
-  /// `expected` is the end of the step's text.
-  void expect_table(const Step& step, const std::optional<std::string>& expected,
-                    const Table& seen);
+  void expect_lines(const Step& step, const Given& only, const Table& seen);
   void expect_text(const Step& step, const std::string& expected, const std::string& seen,
                    const std::string& context);
-  void differ(const Step& step, Edit edit, const std::string& what);
+  /// Raises, or notes that the file should say `to` for `from`, the end of the step's text; without
+  /// one, the seen table below it.
+  void expect(const Step& step, const Table& wanted, const Table& seen, const Given& from,
+              const std::string& to);
 
   Actor& actor();
   std::string expanded(const std::string& text) const;
-  static std::string condition(const Words& words, std::size_t from, int line);
 
   const Room& room_;
   Play& play_;
@@ -120,7 +121,6 @@ class Stage {
   std::map<std::string, Actor> actors_;
   std::string at_hand_;
   std::vector<Value> left_;
-  std::size_t boxes_seen_ = 0;
   int expectations_ = 0;
 };
 

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <sstream>
-
-#include "ombrix/failure.h"
 
 #include "runner/text.h"
 
@@ -12,19 +9,13 @@ namespace ombrix::scenarios {
 
 namespace {
 
-constexpr std::string_view kMidnight = " 00:00:00";
-
 bool is_day(std::string_view text) {
-  if (text.size() != 10) return false;
-  for (std::size_t place = 0; place < text.size(); ++place) {
-    const bool dash = place == 4 || place == 7;
-    if (dash ? text[place] != '-' : text[place] < '0' || text[place] > '9') return false;
-  }
-  return true;
+  return text.size() == 10 && text[4] == '-' && text[7] == '-' &&
+         std::count_if(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }) == 8;
 }
 
 std::string today() {
-  return Date::now().midnight().short_text();
+  return Date::now().short_text();
 }
 
 /// A number that is written as the suite itself writes it; "007" and "1.0" are texts.
@@ -34,19 +25,76 @@ bool is_number(const std::string& word, double& number) {
          Value(number).to_text() == word;
 }
 
-const std::string& cell_of(const Table& table, std::size_t row, std::size_t column) {
-  static const std::string kNothing;
-  return row < table.size() && column < table[row].size() ? table[row][column] : kNothing;
+bool matches(const std::string& expected, const std::string& seen) {
+  return expected == "*" ? seen != "Null" && seen != "none" : expected == seen;
 }
 
-std::vector<std::size_t> widths_of(const Table& table, std::size_t columns) {
-  std::vector<std::size_t> widths(columns);
-  for (const Row& row : table) {
-    for (std::size_t column = 0; column < row.size(); ++column) {
-      widths[column] = std::max(widths[column], row[column].size() + 4);
+bool is_any(const std::string& cell) {
+  return cell == "...";
+}
+
+bool is_any(const Row& row) {
+  return row.size() == 1 && is_any(row[0]);
+}
+
+bool matches(const Row& expected, const Row& seen);
+
+template <class Parts>
+bool match(const Parts& expected, std::size_t at, const Parts& seen, std::size_t place) {
+  if (at == expected.size()) return place == seen.size();
+  const bool here = place < seen.size();
+  if (is_any(expected[at])) {
+    return match(expected, at + 1, seen, place) || (here && match(expected, at, seen, place + 1));
+  }
+  return here && matches(expected[at], seen[place]) && match(expected, at + 1, seen, place + 1);
+}
+
+bool matches(const Row& expected, const Row& seen) {
+  return match(expected, 0, seen, 0);
+}
+
+/// The cells of `table`, those between "> <" that are not as in `other`, up to its size too.
+Table marked(const Table& table, const Table& other) {
+  Table result(std::max(table.size(), other.size()));
+  for (std::size_t row = 0; row < result.size(); ++row) {
+    const Row mine = row < table.size() ? table[row] : Row();
+    const Row its = row < other.size() ? other[row] : Row();
+    for (std::size_t cell = 0; cell < std::max(mine.size(), its.size()); ++cell) {
+      const bool both = cell < mine.size() && cell < its.size();
+      const bool same = both && (matches(mine[cell], its[cell]) || matches(its[cell], mine[cell]));
+      const std::string text = cell < mine.size() ? mine[cell] : "";
+      result[row].push_back(same ? "  " + text + "  " : "> " + text + " <");
     }
   }
-  return widths;
+  return result;
+}
+
+std::vector<std::string> aligned(const Table& table, std::string_view separator) {
+  std::vector<std::size_t> widths;
+  for (const Row& row : table) {
+    widths.resize(std::max(widths.size(), row.size()));
+    for (std::size_t cell = 0; cell < row.size(); ++cell) {
+      widths[cell] = std::max(widths[cell], row[cell].size());
+    }
+  }
+  std::vector<std::string> lines;
+  for (const Row& row : table) {
+    std::string& line = lines.emplace_back();
+    for (std::size_t cell = 0; cell < row.size(); ++cell) {
+      if (cell > 0) line += separator;
+      line += row[cell] + std::string(widths[cell] - row[cell].size(), ' ');
+    }
+  }
+  return lines;
+}
+
+/// Many words are easier to compare below each other.
+Table upright(const Table& table) {
+  Table result;
+  for (const Row& row : table) {
+    for (const std::string& cell : row) result.push_back({cell});
+  }
+  return result;
 }
 
 }  // namespace
@@ -56,7 +104,7 @@ std::string shown(const Value& value) {
   if (value.is_null()) return "Null";
   if (value.is_object()) return value.to_object() ? "object" : "nothing";
   std::string text = value.to_text();
-  const bool at_midnight = text.size() == 19 && text.ends_with(kMidnight);
+  const bool at_midnight = text.size() == 19 && text.ends_with(" 00:00:00");
   const std::string day = at_midnight ? text.substr(0, 10) : text;
   if (!is_day(day)) return text;
   return day == today() ? "today" : day;
@@ -74,42 +122,46 @@ Value value_of(const std::string& word) {
   return word;
 }
 
-bool matches(const std::string& expected, const std::string& seen) {
-  if (expected == "*") return seen != "Null" && seen != "none";
-  return expected == seen;
-}
-
 bool matches(const Table& expected, const Table& seen) {
-  return std::equal(expected.begin(), expected.end(), seen.begin(), seen.end(),
-                    [](const Row& left, const Row& right) {
-                      return std::equal(
-                          left.begin(), left.end(), right.begin(), right.end(),
-                          [](const auto& one, const auto& other) { return matches(one, other); });
-                    });
+  return match(expected, 0, seen, 0);
 }
 
 std::string side_by_side(const Table& expected, const Table& seen) {
-  std::size_t columns = 0;
-  for (const Table* table : {&expected, &seen}) {
-    for (const Row& row : *table) columns = std::max(columns, row.size());
+  if (expected.size() == 1 && seen.size() == 1 && seen[0].size() > 8) {
+    return side_by_side(upright(expected), upright(seen));
   }
-  std::ostringstream text;
-  for (std::size_t row = 0; row < std::max(expected.size(), seen.size()); ++row) {
-    for (const Table* table : {&expected, &seen}) {
-      const auto widths = widths_of(*table, columns);
-      text << (table == &expected ? "    expected " : " || seen ");
-      for (std::size_t column = 0; column < columns; ++column) {
-        std::string cell = cell_of(*table, row, column);
-        const bool same = matches(cell_of(expected, row, column), cell_of(seen, row, column)) &&
-                          row < expected.size() && row < seen.size();
-        cell = same ? "  " + cell : "> " + cell + " <";
-        cell.resize(std::max(cell.size(), widths[column] + 1), ' ');
-        text << cell;
-      }
+  const auto left = aligned(marked(expected, seen), " ");
+  const auto right = aligned(marked(seen, expected), " ");
+  std::string text;
+  for (std::size_t row = 0; row < left.size(); ++row) {
+    text += "    expected " + left[row] + " || seen " + right[row] + '\n';
+  }
+  return text;
+}
+
+std::string inline_text(const Table& table) {
+  if (table.empty()) return "none";
+  std::string text;
+  for (const Row& row : table) {
+    if (&row != &table.front()) text += ", ";
+    for (const std::string& cell : row) {
+      text += (&cell == &row.front() ? "" : " ") + as_word(cell);
     }
-    text << '\n';
   }
-  return text.str();
+  return text;
+}
+
+std::vector<std::string> block_text(const Table& table) {
+  Table cells = table;
+  for (Row& row : cells) {
+    for (std::string& cell : row) cell = as_cell(cell);
+  }
+  std::vector<std::string> lines;
+  for (const std::string& line : aligned(cells, " | ")) {
+    lines.push_back(std::string(kRowIndent, ' ') + trimmed(line));
+  }
+  if (lines.empty()) lines.push_back(std::string(kRowIndent, ' ') + "none");
+  return lines;
 }
 
 }  // namespace ombrix::scenarios

@@ -18,11 +18,15 @@ std::string shown(const Value& value);
 /// they look like, all else is a text. "today" is the present day.
 Value value_of(const std::string& word);
 
-/// Whether a cell is as expected; "*" stands for any value but Null and none.
-bool matches(const std::string& expected, const std::string& seen);
+/// Whether rows are as expected; the cell "*" stands for any value but Null and none, the row "..."
+/// for any rows and the cell "..." for any cells.
 bool matches(const Table& expected, const Table& seen);
 
 /// Both tables, row by row, with differing cells between "> <".
 std::string side_by_side(const Table& expected, const Table& seen);
+
+/// As a table stands in a file: behind " : ", or below a line.
+std::string inline_text(const Table& table);
+std::vector<std::string> block_text(const Table& table);
 
 }  // namespace ombrix::scenarios
