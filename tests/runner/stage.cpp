@@ -10,6 +10,10 @@ namespace {
 
 constexpr std::int32_t kColumns = 40;
 
+std::string raised(const Failure& failure) {
+  return std::to_string(failure.number()) + " " + failure.description();
+}
+
 bool is_assignment(const std::string& word) {
   const std::string key = assignment(word).first;
   return !key.empty() && key.find('(') == std::string::npos;
@@ -22,6 +26,16 @@ bool takes_block(const std::string& step) {
   if (words.empty() || split(step, " : ").size() > 1) return false;
   if (words[0] == "see") return words.size() == 1 || !is_assignment(words[1]);
   return words[0] == "add" || words[0] == "statements" || words[0] == "calls";
+}
+
+/// Runs `work`, and tells what it finds without a line that it stands at this one.
+template <class Work>
+void at_line(int line, Work work) {
+  try {
+    work();
+  } catch (const Finding& finding) {
+    throw finding.line != 0 ? finding : Finding{finding.what, line};
+  }
 }
 
 /// Each "?" outside quotes becomes the next cell.
@@ -50,16 +64,14 @@ Stage::Stage(const Room& room, Play& play)
       watch_(connection_, books_.connection()) {}
 
 void Stage::perform(const Scenario& scenario) {
-  try {
+  at_line(scenario.name.number, [&] {
     set_up(scenario);
     for (const Statement& statement : scenario.body) perform(statement);
     if (!boxes_.shown.empty()) {
       throw Finding{"a box that no line expects:\n" + side_by_side({}, boxes_.shown)};
     }
     if (expectations_ == 0) throw Finding{"expects nothing"};
-  } catch (const Finding& finding) {
-    throw finding.line != 0 ? finding : Finding{finding.what, scenario.name.number};
-  }
+  });
 }
 
 void Stage::set_up(const Scenario& scenario) {
@@ -78,7 +90,7 @@ void Stage::set_up(const Scenario& scenario) {
 }
 
 void Stage::perform(const Statement& statement) {
-  try {
+  at_line(statement.head.number, [&] {
     const auto [word, pattern] = first_word(statement.head.text);
     if (word != "each") {
       const bool table = takes_block(split(statement.head.text, " ; ").back());
@@ -88,9 +100,7 @@ void Stage::perform(const Statement& statement) {
     for (const Line& row : statement.block) {
       perform_steps(filled(pattern, split(row.text, "|")), statement, &row);
     }
-  } catch (const Finding& finding) {
-    throw finding.line != 0 ? finding : Finding{finding.what, statement.head.number};
-  }
+  });
 }
 
 void Stage::perform_steps(const std::string& text, const Statement& statement, const Line* row) {
@@ -102,15 +112,13 @@ void Stage::perform_steps(const std::string& text, const Statement& statement, c
 }
 
 void Stage::perform(const Step& step) {
-  const int line = step.line().number;
-  try {
-    perform_word(step);
-  } catch (const Finding& finding) {
-    throw finding.line != 0 ? finding : Finding{finding.what, line};
-  } catch (const Failure& failure) {
-    throw Finding{step.text + ": " + std::to_string(failure.number()) + " " + failure.description(),
-                  line};
-  }
+  at_line(step.line().number, [&] {
+    try {
+      perform_word(step);
+    } catch (const Failure& failure) {
+      throw Finding{step.text + ": " + raised(failure)};
+    }
+  });
 }
 
 void Stage::perform_word(const Step& step) {
@@ -156,7 +164,12 @@ const std::map<std::string, Stage::Deed>& Stage::deeds() {
       {"use", &Stage::use},
       {"fresh", anew(true)},
       {"bare", anew(false)},
-      {"newborn", &Stage::newborn},
+      {"newborn",
+       [](auto& stage, auto& assignments) {
+         Actor& actor = stage.actor();
+         actor.object = Remote::create(actor.document.class_name);
+         stage.let(assignments);
+       }},
       {"make", &Stage::make},
       {"stand", &Stage::stand},
       {"answer", [](auto& stage, auto& text) { stage.boxes_.answer = unquoted(text); }},
@@ -187,11 +200,6 @@ void Stage::enter(const Document& document, bool with_properties) {
     give_grid(1, kColumns);
   }
   if (with_properties) let(document.properties);
-}
-
-void Stage::newborn(const std::string& assignments) {
-  actor().object = Remote::create(actor().document.class_name);
-  let(assignments);
 }
 
 void Stage::make(const std::string& rest) {
@@ -267,7 +275,7 @@ void Stage::act(const Step& step) {
   try {
     seen = call(text);
   } catch (const Failure& failure) {
-    seen = "raises " + std::to_string(failure.number()) + " " + failure.description();
+    seen = "raises " + raised(failure);
   }
   if (arrow != std::string::npos) {
     const std::string expected = step.text.substr(arrow + 4);

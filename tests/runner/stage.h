@@ -78,7 +78,6 @@ class Stage {
   void delete_rows(const std::string& rest);
   void execute(const std::string& statement);
   void enter(const Document& document, bool with_properties);
-  void newborn(const std::string& assignments);
   void make(const std::string& rest);
   void use(const std::string& name);
   void let(const std::string& assignments);

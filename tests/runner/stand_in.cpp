@@ -13,7 +13,8 @@ struct Instance {
   Remote real{};
   std::map<std::string, Value> values = owner.presets;
 
-  bool watches() const { return owner.role_ == StandIn::Role::watches; }
+  static Instance& of(void* self) { return *static_cast<Instance*>(self); }
+  bool watches() const { return real.handle() != 0; }
 
   std::string word(const ombrix_value& value) const {
     if (value.type != OMBRIX_OBJECT) return as_word(scenarios::shown(c::from_c(value)));
@@ -22,67 +23,67 @@ struct Instance {
     return same != 0 ? "books" : value.as.object == 0 ? "nothing" : "object";
   }
 
-  Value answer(const char* method) {
+  void tell(const char* member, const ombrix_value& value) const {
+    owner.told.push_back(std::string(member) + "=" + word(value));
+  }
+
+  Value answer(const std::string& method) {
     if (++owner.calls_ == owner.refused_call) {
       values["ErrDesc"] = "The component says no.";
       return false;
     }
-    const auto found = values.find(std::string(method) + "()");
+    const auto found = values.find(method + "()");
     return found == values.end() ? Value(true) : found->second;
   }
 
   /// A failure of the real component goes on as it is.
   static ombrix_status passed_on(ombrix_status status) {
-    if (status == OMBRIX_OK) return status;
     const std::string text = ombrix_failure_text();
-    ombrix_raise(ombrix_failure_number(), text.c_str());
+    if (status != OMBRIX_OK) ombrix_raise(ombrix_failure_number(), text.c_str());
     return status;
   }
 
   static ombrix_status get(void* self, const char* member, const ombrix_value* arguments,
                            size_t count, ombrix_value* result) {
-    auto& instance = *static_cast<Instance*>(self);
-    if (instance.watches()) {
-      return passed_on(ombrix_get(instance.real.handle(), member, arguments, count, result));
+    const Remote& real = of(self).real;
+    if (of(self).watches()) {
+      return passed_on(ombrix_get(real.handle(), member, arguments, count, result));
     }
-    c::write(*result, instance.values[member]);
+    c::write(*result, of(self).values[member]);
     return OMBRIX_OK;
   }
   static ombrix_status let(void* self, const char* member, const ombrix_value* arguments,
                            size_t count, const ombrix_value* value) {
-    auto& instance = *static_cast<Instance*>(self);
-    instance.owner.told.push_back(std::string(member) + "=" + instance.word(*value));
-    if (instance.watches()) {
-      return passed_on(ombrix_let(instance.real.handle(), member, arguments, count, value));
+    of(self).tell(member, *value);
+    const Remote& real = of(self).real;
+    if (of(self).watches()) {
+      return passed_on(ombrix_let(real.handle(), member, arguments, count, value));
     }
-    instance.values[member] = c::from_c(*value);
+    of(self).values[member] = c::from_c(*value);
     return OMBRIX_OK;
   }
   static ombrix_status set(void* self, const char* member, ombrix_handle object) {
-    auto& instance = *static_cast<Instance*>(self);
     ombrix_value value{};
     value.type = OMBRIX_OBJECT;
     value.as.object = object;
-    instance.owner.told.push_back(std::string(member) + "=" + instance.word(value));
-    if (!instance.watches()) return OMBRIX_OK;
-    return passed_on(ombrix_set(instance.real.handle(), member, object));
+    of(self).tell(member, value);
+    if (!of(self).watches()) return OMBRIX_OK;
+    return passed_on(ombrix_set(of(self).real.handle(), member, object));
   }
   static ombrix_status call(void* self, const char* member, ombrix_value* arguments, size_t count,
                             ombrix_value* result) {
-    auto& instance = *static_cast<Instance*>(self);
-    std::string line = std::string(member) + "(";
+    std::string words;
     for (size_t place = 0; place < count; ++place) {
-      line += (place == 0 ? "" : ",") + instance.word(arguments[place]);
+      words += (place == 0 ? "" : ",") + of(self).word(arguments[place]);
+      if (of(self).watches()) arguments[place].flags |= OMBRIX_BY_REFERENCE;
     }
-    instance.owner.told.push_back(line + ")");
-    if (!instance.watches()) {
-      c::write(*result, instance.answer(member));
-      return OMBRIX_OK;
+    of(self).owner.told.push_back(std::string(member) + "(" + words + ")");
+    const Remote& real = of(self).real;
+    if (of(self).watches()) {
+      return passed_on(ombrix_call(real.handle(), member, arguments, count, result));
     }
-    for (size_t place = 0; place < count; ++place) {
-      arguments[place].flags |= OMBRIX_BY_REFERENCE;
-    }
-    return passed_on(ombrix_call(instance.real.handle(), member, arguments, count, result));
+    c::write(*result, of(self).answer(member));
+    return OMBRIX_OK;
   }
   static void destroy(void* self) { delete static_cast<Instance*>(self); }
 };
