@@ -1,10 +1,8 @@
 #include "ombrix/grid.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "support/failures.h"
 
@@ -37,22 +35,6 @@ TEST(MemoryGrid, ReadsACellAsANumberOrAsNothing) {
     grid.TextMatrix(0, 0, text);
     EXPECT_EQ(grid.ValueMatrix(0, 0), number) << text;
   }
-}
-
-TEST(Grid, TellsALateCallWhatItsMembersAllow) {
-  const auto grid = std::make_shared<MemoryGrid>(2, 2);
-  std::vector<Value> none, one{0}, cell{0, 0}, three{0, 0, 0}, outside{0, 2}, words{0, "b"};
-  const std::pair<int, std::function<void()>> refused[] = {
-      {449, [&] { grid->get("TextMatrix", one); }},
-      {450, [&] { grid->get("TextMatrix", three); }},
-      {kOutOfRange, [&] { grid->get("TextMatrix", outside); }},
-      {13, [&] { grid->get("TextMatrix", words); }},
-      {94, [&] { grid->let("TextMatrix", Null(), cell); }},
-      {438, [&] { grid->let("ValueMatrix", 1, cell); }},
-      {438, [&] { grid->get("Cell", none); }},
-      {438, [&] { grid->call("Rows", none); }},
-      {438, [&] { grid->set("Rows", grid); }}};
-  for (const auto& [number, call] : refused) EXPECT_EQ(raised_number(call), number);
 }
 
 }  // namespace

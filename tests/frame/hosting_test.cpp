@@ -27,7 +27,9 @@ TEST(LateCalls, KeepToTheRightsOfAMemberAndItsArguments) {
   const ObjectRef order = create_object("OmbrixPurchase.LPO");
   const ObjectRef counter = create_object("OmbrixSystem.CounterTransaction");
   const auto line = std::make_shared<Connection>();
+  const auto grid = std::make_shared<MemoryGrid>(2, 2);
   std::vector<Value> none, index{1}, nulls{line, Null()}, many{1, 2, 3};
+  std::vector<Value> cell{0, 0}, outside{0, 2}, words{0, "b"};
   const std::pair<int, std::function<void()>> refused[] = {
       {kNoSuchMember, [&] { order->get("Nothing"); }},
       {kNoSuchMember, [&] { order->get("AdoConnectionObject"); }},
@@ -42,7 +44,16 @@ TEST(LateCalls, KeepToTheRightsOfAMemberAndItsArguments) {
       {449, [&] { counter->call("Get_Last_Counter", none); }},
       {450, [&] { counter->call("Get_Last_Counter", many); }},
       {450, [&] { order->call("Create_LPO", index); }},
-      {450, [&] { order->get("LPONo", index); }}};
+      {450, [&] { order->get("LPONo", index); }},
+      {449, [&] { grid->get("TextMatrix", index); }},
+      {450, [&] { grid->get("TextMatrix", many); }},
+      {9, [&] { grid->get("TextMatrix", outside); }},
+      {13, [&] { grid->get("TextMatrix", words); }},
+      {94, [&] { grid->let("TextMatrix", Null(), cell); }},
+      {kNoSuchMember, [&] { grid->let("ValueMatrix", 1, cell); }},
+      {kNoSuchMember, [&] { grid->get("Cell", none); }},
+      {kNoSuchMember, [&] { grid->call("Rows", none); }},
+      {kNoSuchMember, [&] { grid->set("Rows", grid); }}};
   for (const auto& [number, call] : refused) {
     EXPECT_EQ(raised_number(call), number) << raised_text(call);
   }

@@ -159,7 +159,7 @@ TEST_P(ConnectionTest, a_text_session_sees_only_committed_work) {
   EXPECT_EQ(by_object().RecordCount(), 1U);
 }
 
-TEST_P(ConnectionTest, a_text_session_is_kept_until_the_last_client_goes) {
+TEST_P(ConnectionTest, a_bounded_number_of_text_sessions_is_kept_until_the_last_client_goes) {
   EXPECT_EQ(idle(), 0U);
   by_text();
   EXPECT_EQ(idle(), 1U);
@@ -171,19 +171,15 @@ TEST_P(ConnectionTest, a_text_session_is_kept_until_the_last_client_goes) {
   EXPECT_EQ(idle(), 2U);
   auto another = books.another();
   connection().Close();
-  EXPECT_EQ(idle(), 2U);
+  std::vector<Recordset> many(30);
+  for (Recordset& set : many) set = by_text();
+  many.clear();
+  EXPECT_GE(idle(), 2U);
+  EXPECT_LE(idle(), 8U);
   another.reset();
   EXPECT_EQ(idle(), 0U);
   by_text();
   EXPECT_EQ(idle(), 0U);
-}
-
-TEST_P(ConnectionTest, keeps_a_bounded_number_of_text_sessions) {
-  std::vector<Recordset> many(30);
-  for (Recordset& set : many) set.Open("Select * from LPO_Master", books.text());
-  many.clear();
-  EXPECT_GE(idle(), 2U);
-  EXPECT_LE(idle(), 8U);
 }
 
 TEST_P(ConnectionTest, keeps_no_session_that_is_lost_or_inside_a_transaction) {
