@@ -195,16 +195,22 @@ TEST_P(StatementTest, a_date_value_is_a_day_as_dates_are_stored) {
   EXPECT_EQ(found(sql({"Select LPO_No From LPO_Master Where LPO_Date >= ", day})), "BC");
 }
 
-TEST_P(StatementTest, a_view_gives_its_quoted_columns_in_any_case) {
+TEST_P(StatementTest, a_view_gives_its_quoted_columns_in_any_case_and_receipts_in_their_order) {
   books.execute(
       "Insert Into Goods_Receive_Master (GRN_No, GRN_Ref_Document_No, GRN_Order_Date,"
-      " Processed_Flag) Values ('G', 'AABRPO1', '2024-03-05 00:00:00', 1);"
-      "Insert Into Goods_Receive_Detail (GRN_No, SL_No) Values ('G', 1)");
+      " Processed_Flag) Values ('H', 'AABRPO1', '2024-03-05 00:00:00', 1),"
+      " ('G', 'AABRPO1', '2024-03-05 00:00:00', 1);"
+      "Insert Into Goods_Receive_Detail (GRN_No, SL_No) Values ('H', 1), ('G', 2), ('G', 1)");
   Recordset set;
   set.Open("Select * From grnforinvoicing", books.connection(), Static);
-  ASSERT_EQ(set.RecordCount(), 1U);
+  ASSERT_EQ(set.RecordCount(), 3U);
   EXPECT_EQ(set("ORDER no").value(), Value("AABRPO1"));
   EXPECT_EQ(set("order date").value(), Value("2024-03-05 00:00:00"));
+  std::string lines;
+  for (; !set.IsEOF(); set.MoveNext()) {
+    lines += set("GRN_No").value().to_text() + set("SL_No").value().to_text();
+  }
+  EXPECT_EQ(lines, "G1G2H1");
 }
 
 }  // namespace
