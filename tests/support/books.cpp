@@ -92,26 +92,13 @@ class ClearMade final : public ::testing::Environment {
 };
 [[maybe_unused]] const auto* const kClearMade = ::testing::AddGlobalTestEnvironment(new ClearMade);
 
-std::vector<std::string> tables() {
-  constexpr std::string_view kCreate = "create table if not exists ";
-  std::vector<std::string> names;
-  for (auto place = kSchemaText.find(kCreate); place != std::string_view::npos;
-       place = kSchemaText.find(kCreate, place)) {
-    place += kCreate.size();
-    names.emplace_back(kSchemaText.substr(place, kSchemaText.find(' ', place) - place));
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 /// Rows go, and keys that a database counts up itself start again, so that two dumps compare.
 bool Made::empty(const std::string& text) {
   const auto connection = Connection::open(text);
   const bool on_server = text.find("PostgreSQL") != std::string::npos;
   database::Session& session = *database::ConnectionAccess::session(*connection);
   std::string statements = on_server ? "" : "delete from sqlite_sequence;";
-  for (const std::string& name : tables()) {
-    if (name == "Ombrix_Schema") continue;
+  for (const std::string& name : Books::tables()) {
     const auto table = session.table(name);
     if (!table) return false;
     statements += "delete from " + name + ";";
@@ -164,6 +151,22 @@ std::vector<std::vector<Value>> Books::rows(std::string_view select,
 Value Books::value(std::string_view select) const {
   const auto found = rows(select, {"V"});
   return found.empty() ? Value() : found[0][0];
+}
+
+const std::vector<std::string>& Books::tables() {
+  static const std::vector<std::string> tables = [] {
+    constexpr std::string_view kCreate = "create table if not exists ";
+    std::vector<std::string> names;
+    for (auto place = kSchemaText.find(kCreate); place != std::string_view::npos;
+         place = kSchemaText.find(kCreate, place)) {
+      place += kCreate.size();
+      names.emplace_back(kSchemaText.substr(place, kSchemaText.find(' ', place) - place));
+    }
+    std::sort(names.begin(), names.end());
+    std::erase(names, "Ombrix_Schema");
+    return names;
+  }();
+  return tables;
 }
 
 std::string Books::dump() const {

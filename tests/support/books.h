@@ -44,6 +44,8 @@ class Books {
                                        const std::vector<std::string>& columns) const;
   /// The one value of a select whose column is named `V`, Empty when there is no row.
   Value value(std::string_view select) const;
+  /// The names of all tables, sorted, but the one that holds the schema's version.
+  static const std::vector<std::string>& tables();
   /// Every row of every table as text, tables by name, rows in key order; committed work only.
   std::string dump() const;
 
