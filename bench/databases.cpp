@@ -6,7 +6,7 @@
 #include <random>
 #include <utility>
 
-#include "frame/database/connection_text.h"
+#include "database/connection_text.h"
 
 namespace ombrix::bench {
 

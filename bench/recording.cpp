@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "frame/database/driver.h"
+#include "database/driver.h"
 
 namespace ombrix::bench {
 

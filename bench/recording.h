@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/database/cell.h"
+#include "database/cell.h"
 
 namespace ombrix::bench {
 

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "frame/database/connection_text.h"
+#include "database/connection_text.h"
 #include "replay.h"
 
 namespace ombrix::bench {

@@ -1,7 +1,7 @@
 #include <sqlite3.h>
 #include <stdexcept>
 
-#include "frame/database/connection_text.h"
+#include "database/connection_text.h"
 #include "replay.h"
 
 namespace ombrix::bench {

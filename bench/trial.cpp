@@ -7,8 +7,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "database/connection_access.h"
 #include "fewest.h"
-#include "frame/database/connection_access.h"
 
 namespace ombrix::bench {
 
@@ -34,7 +34,7 @@ std::string rows_of(const std::string& table, const std::shared_ptr<Connection>&
   std::string text;
   for (; !set.IsEOF(); set.MoveNext()) {
     for (const auto& column : known->columns) {
-      text += set(column.name).value().text_or_empty() + '|';
+      text += set(column.name).text_or_empty() + '|';
     }
     text += '\n';
   }

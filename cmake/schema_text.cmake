@@ -7,7 +7,7 @@ function(ombrix_schema_text source target)
   string(REPLACE "\"" "\\\"" text "${text}")
   string(REPLACE "\n" "\\n\"\n    \"" text "${text}")
   file(CONFIGURE OUTPUT ${target} @ONLY CONTENT
-"#include \"frame/schema_text.h\"
+"#include \"database/schema_text.h\"
 
 namespace ombrix {
 const std::string_view kSchemaText =

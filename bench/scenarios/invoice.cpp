@@ -2,7 +2,7 @@
 
 #include <ombrix/purchase/purchase_invoice.h>
 
-#include "frame/database/connection_access.h"
+#include "database/connection_access.h"
 #include "scenarios/company.h"
 #include "scenarios/standing.h"
 

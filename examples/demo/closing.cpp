@@ -54,12 +54,12 @@ void print_trial_balance(const Books& books) {
       " Sum(Case When Account_No='AA01GL5040' Then GL_Debit_Amount - GL_Credit_Amount Else 0 End)"
       " As Variance From General_Ledger",
       books, ombrix::StaticUnlocked);
-  const double debit = in_cents(sums("Debit").value().to_number());
-  const double credit = in_cents(sums("Credit").value().to_number());
+  const double debit = in_cents(sums("Debit").number());
+  const double credit = in_cents(sums("Credit").number());
   // An invoice debits the accrual with all that is billed, and the variance besides.
   std::cout << "Debits " << money(debit) << ", credits " << money(credit) << ", difference "
             << money(in_cents(debit - credit)) << ", of it price variance "
-            << money(sums("Variance").value().to_number()) << '\n';
+            << money(sums("Variance").number()) << '\n';
 }
 
 }  // namespace

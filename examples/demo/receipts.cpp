@@ -12,7 +12,7 @@ using As = Shown::As;
 
 /// A line of the order in the row of a receipt that takes the whole of it.
 void fill_row(ombrix::Grid& grid, std::int32_t row, ombrix::Recordset& line, bool taxed) {
-  const auto text = [&](const char* column) { return line(column).value().text_or_empty(); };
+  const auto text = [&](const char* column) { return line(column).text_or_empty(); };
   const std::string period = text("Period_Type");
   const std::pair<std::int32_t, std::string> cells[] = {
       {1, "1"},

@@ -9,8 +9,8 @@
 
 namespace ombrix {
 
+struct RawAccess;
 namespace detail {
-struct Held;
 std::string without_outer_blanks(const std::string& text);
 }  // namespace detail
 
@@ -43,34 +43,20 @@ class Property {
   Property(const Property&) = delete;
 
   Property& operator=(const T& value) requires writable {
-    held_ = Setter::apply(value);
+    value_ = Setter::apply(value);
     return *this;
   }
   Property& operator=(const Property& other) requires(readable&& writable) {
     return *this = other();
   }
 
-  const T& operator()() const requires readable { return held_; }
-  operator const T&() const requires readable { return held_; }
+  const T& operator()() const requires readable { return value_; }
+  operator const T&() const requires readable { return value_; }
 
  private:
-  friend struct detail::Held;
-  T held_{};
+  friend struct RawAccess;
+  T value_{};
 };
-
-namespace detail {
-/// The library's own way to what a property holds, past its setter and its rights.
-struct Held {
-  template <class T, Access kAccess, class Setter>
-  static T& of(Property<T, kAccess, Setter>& property) {
-    return property.held_;
-  }
-  template <class T, Access kAccess, class Setter>
-  static const T& of(const Property<T, kAccess, Setter>& property) {
-    return property.held_;
-  }
-};
-}  // namespace detail
 
 using Text = Property<std::string>;
 using TrimmedText = Property<std::string, kGetLet, Trims>;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "ombrix/connection.h"
@@ -44,6 +46,15 @@ class Recordset {
    public:
     Value value() const { return set_.read(name_); }
     operator Value() const { return value(); }
+    bool is_null() const { return value().is_null(); }
+    /// Converted as a `Value` converts; a Null raises.
+    double number() const { return value().to_number(); }
+    std::int32_t integer() const { return value().to_long(); }
+    bool flag() const { return value().to_flag(); }
+    Date date() const { return value().to_date(); }
+    std::string text() const { return value().to_text(); }
+    /// A Null reads as "".
+    std::string text_or_empty() const { return value().text_or_empty(); }
     /// Held until `Update`. A value that the column's type cannot take raises "Type mismatch".
     void operator=(const Value& value) { set_.write(name_, value); }
     void operator=(const Field& other) { set_.write(name_, other.value()); }

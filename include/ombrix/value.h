@@ -31,26 +31,27 @@ struct Null {
 /// Boolean or date raises "Type mismatch".
 class Value {
  public:
-  using Held = std::variant<Empty, Null, bool, std::int32_t, double, Date, std::string, ObjectRef>;
+  using Content =
+      std::variant<Empty, Null, bool, std::int32_t, double, Date, std::string, ObjectRef>;
 
   Value() = default;
   Value(Empty) {}
-  Value(Null null) : held_(null) {}
-  Value(bool flag) : held_(flag) {}
-  Value(std::int32_t number) : held_(number) {}
-  Value(double number) : held_(number) {}
-  Value(Date date) : held_(date) {}
-  Value(std::string text) : held_(std::move(text)) {}
-  Value(std::string_view text) : held_(std::string(text)) {}
-  Value(const char* text) : held_(std::string(text)) {}
+  Value(Null null) : content_(null) {}
+  Value(bool flag) : content_(flag) {}
+  Value(std::int32_t number) : content_(number) {}
+  Value(double number) : content_(number) {}
+  Value(Date date) : content_(date) {}
+  Value(std::string text) : content_(std::move(text)) {}
+  Value(std::string_view text) : content_(std::string(text)) {}
+  Value(const char* text) : content_(std::string(text)) {}
   template <class T, class = std::enable_if_t<std::is_convertible_v<T*, Object*>>>
-  Value(std::shared_ptr<T> object) : held_(ObjectRef(std::move(object))) {}
+  Value(std::shared_ptr<T> object) : content_(ObjectRef(std::move(object))) {}
 
-  bool is_null() const { return std::holds_alternative<Null>(held_); }
-  bool is_empty() const { return std::holds_alternative<Empty>(held_); }
-  bool is_text() const { return std::holds_alternative<std::string>(held_); }
-  bool is_object() const { return std::holds_alternative<ObjectRef>(held_); }
-  const Held& held() const { return held_; }
+  bool is_null() const { return std::holds_alternative<Null>(content_); }
+  bool is_empty() const { return std::holds_alternative<Empty>(content_); }
+  bool is_text() const { return std::holds_alternative<std::string>(content_); }
+  bool is_object() const { return std::holds_alternative<ObjectRef>(content_); }
+  const Content& content() const { return content_; }
 
   /// A number takes its general form, a Boolean reads "True" or "False".
   std::string to_text() const;
@@ -71,7 +72,7 @@ class Value {
   friend bool operator==(const Value&, const Value&) = default;
 
  private:
-  Held held_;
+  Content content_;
 };
 
 /// The conversion that goes with a C++ type, for code that is generic over properties.

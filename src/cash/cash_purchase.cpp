@@ -2,8 +2,9 @@
 
 #include <array>
 
+#include "base/raw.h"
 #include "cash/cash_purchase_columns.h"
-#include "frame/database/statement.h"
+#include "database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
 #include "frame/saving.h"
@@ -13,7 +14,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -43,8 +43,8 @@ bool CashPurchase::Create_Cash_Purchase_Invoice() {
   if (!Validate_Cash_Purchase()) return false;
   return trapped(Trap::plain, [&] {
     return create_under_temporary_number(
-        {Held::of(CashPurInvIdentity), Held::of(CashPurInvNo)},
-        [&] { return Save_Cash_Purchase_Master(); }, [&] { return Save_Cash_Purchase_Detail(); });
+        {raw(CashPurInvIdentity), raw(CashPurInvNo)}, [&] { return Save_Cash_Purchase_Master(); },
+        [&] { return Save_Cash_Purchase_Detail(); });
   });
 }
 
@@ -73,7 +73,7 @@ bool CashPurchase::Save_Cash_Purchase_Master() {
 void CashPurchase::take_currency_symbol() {
   auto currency = open(
       sql({"Select * from Currency_Master Where Currency_Code=", text(CurrencyCode())}), Keyset);
-  if (currency.RecordCount() > 0) CurrencySymbol = currency("Currency_Symbol").value().to_text();
+  if (currency.RecordCount() > 0) CurrencySymbol = currency("Currency_Symbol").text();
 }
 
 bool CashPurchase::Save_Cash_Purchase_Detail() {

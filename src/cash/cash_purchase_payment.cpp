@@ -1,15 +1,15 @@
 #include "ombrix/purchase/cash_purchase.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/raw.h"
+#include "database/statement.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool CashPurchase::Cheque_Process() {
   return trapped(Trap::plain, [&] {
@@ -23,7 +23,7 @@ bool CashPurchase::Cheque_Process() {
     bank.set({{"CompanyPrefix", CompanyPrefix()},
               {"BranchPrefix", BranchPrefix()},
               {"DocumentPrefix", "PDC"},
-              {"AdoConnectionObject", Held::of(AdoConnectionObject)},
+              {"AdoConnectionObject", raw(AdoConnectionObject)},
               {"TransactionType", "Cash Purchase"},
               {"BAnkID", cheque ? Cheque_Bank_AccountNo() : CreditCardPaymentAccountNo},
               {"BankName", ChequeBank()},
@@ -46,7 +46,7 @@ bool CashPurchase::Cheque_Process() {
     if (!clears_later) bank.set("Cleared", "Yes");
     bank.set("LastUpdate", LastUpdate());
     if (!bank.call("Create_PDC")) return refused_by(bank);
-    return !cheque || Incerase_Cheque_No(Held::of(Cheque_Bank_AccountNo));
+    return !cheque || Incerase_Cheque_No(raw(Cheque_Bank_AccountNo));
   });
 }
 

@@ -2,18 +2,19 @@
 
 #include "ombrix/purchase/cash_purchase.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/dialogue.h"
-#include "frame/number.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
+#include "hosting/dialogue.h"
 #include "posting/ledger.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 /// Of the branch.
 struct CashPurchase::LineAccounts {
@@ -46,7 +47,7 @@ bool CashPurchase::Get_Default_Accounts() {
            " and Company_Prefix=", text(CompanyPrefix())}),
       Keyset);
   if (preferences.IsEOF()) return refused("Set the Default Account Preferences");
-  const std::string account = preferences("CreditCard_Payment_Account_No").value().text_or_empty();
+  const std::string account = preferences("CreditCard_Payment_Account_No").text_or_empty();
   if (!account.empty()) CreditCardPaymentAccountNo = account;
   return true;
 }
@@ -59,8 +60,8 @@ bool CashPurchase::read_line_accounts(LineAccounts& accounts) {
   if (preferences.IsEOF()) {
     return refused("Set the Purchase default settings in the Purchase Preferences");
   }
-  accounts.purchase = preferences("Cash_Purchase_Account_No").value().text_or_empty();
-  accounts.free_of_charge = preferences("FOC_Account_No").value().text_or_empty();
+  accounts.purchase = preferences("Cash_Purchase_Account_No").text_or_empty();
+  accounts.free_of_charge = preferences("FOC_Account_No").text_or_empty();
   return true;
 }
 
@@ -138,16 +139,15 @@ std::string CashPurchase::item_text(Recordset& line) const {
   const auto trimmed = [&](std::string_view column) {
     return std::string(trim(line.read(column).text_or_empty()));
   };
-  if (line("Item_Code").value().text_or_empty().empty()) return trimmed("Item_Name");
+  if (line("Item_Code").text_or_empty().empty()) return trimmed("Item_Name");
   const std::string code = trimmed("Item_Code");
   if (Purchase_Type() != "Costing Expense") return std::string(without_first(code, 2));
-  return std::string(without_first(code, 4)) + " : " +
-         line("Vendor_Item_Code").value().text_or_empty();
+  return std::string(without_first(code, 4)) + " : " + line("Vendor_Item_Code").text_or_empty();
 }
 
 bool CashPurchase::Post_Cash_Payment() {
   auto general = sibling("OmbrixSystem.General");
-  general.set("AdoConnectionObject", Held::of(AdoConnectionObject));
+  general.set("AdoConnectionObject", raw(AdoConnectionObject));
   std::array<Value, 8> look_up{"Default_Account_Preferences",
                                "Cash_Memo_Account_No",
                                "Company_Prefix",

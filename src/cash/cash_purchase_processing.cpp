@@ -1,6 +1,7 @@
 #include "ombrix/purchase/cash_purchase.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
 #include "frame/trap.h"
 
@@ -8,19 +9,18 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool CashPurchase::Process_Cash_Purchase() {
   SkipCashDetailLoad = true;
   if (!Get_Direct_PInvoice()) return false;
   return trapped(Trap::plain, [&] {
-    FinalNumber number(*this, {Held::of(CashPurInvIdentity), Held::of(CashPurInvNo)}, std::nullopt);
+    FinalNumber number(*this, {raw(CashPurInvIdentity), raw(CashPurInvNo)}, std::nullopt);
     if (renumbers() && !rename(number)) return false;
     if (!move_stock() || !Post_Cash_Purchase() || !CP_Tax_Posting() || !number.close()) {
       return false;
     }
     // Only a counter that moved on lets the grid be loaded again.
-    if (renumbers() && !Held::of(DocFlag)) SkipCashDetailLoad = false;
+    if (renumbers() && !raw(DocFlag)) SkipCashDetailLoad = false;
     return true;
   });
 }
@@ -34,7 +34,7 @@ bool CashPurchase::rename(FinalNumber& number) {
       open(sql({"Select * from Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(CashPurInvNo())}),
            Static);
   if (master.RecordCount() < 1) return refused(kNoTemporary);
-  const bool in_cash = master("Payment_Type").value().text_or_empty() == "Cash";
+  const bool in_cash = master("Payment_Type").text_or_empty() == "Cash";
   master("Status") = in_cash ? "Processed" : "In Transit";
   master("process_Flag") = 1;
   master("Cash_Pur_Inv_Identity") = CashPurInvIdentity();

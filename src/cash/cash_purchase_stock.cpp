@@ -1,13 +1,13 @@
 #include "ombrix/purchase/cash_purchase.h"
 
-#include "frame/number.h"
+#include "base/number.h"
+#include "base/raw.h"
 #include "stock/stock_in.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -36,8 +36,8 @@ double CashPurchase::discount_on(Recordset& line) const {
 bool CashPurchase::move_stock() {
   const StockIn stock(*this, heading(),
                       {.quantity = "Cash_Pur_Inv_Qty",
-                       .log_series = Held::of(PurchaseLogPrefix),
-                       .movement_series = Held::of(StockMovementPrefix),
+                       .log_series = raw(PurchaseLogPrefix),
+                       .movement_series = raw(StockMovementPrefix),
                        .net_amount =
                            [this](Recordset& line) {
                              return sum(line("Cash_Pur_Inv_Item_Amount"), -discount_on(line));
@@ -50,7 +50,7 @@ bool CashPurchase::move_stock() {
                        .unit_price = net_unit_price,
                        .ordered = false});
   const auto set_members = [&](Sibling& location, Recordset& line) {
-    location.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+    location.set({{"AdoConnectionObject", raw(AdoConnectionObject)},
                   {"CompanyPrefix", CompanyPrefix()},
                   {"BranchPrefix", BranchPrefix()},
                   {"ItemCode", line("Item_Code")},

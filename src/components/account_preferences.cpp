@@ -1,28 +1,28 @@
 #include "components/account_preferences.h"
 
-#include "frame/database/connection_access.h"
+#include "base/raw.h"
+#include "database/connection_access.h"
 
 namespace ombrix::components {
 
 using database::any_text;
 using database::sql;
-using detail::Held;
 
 bool AccountPreferences::Get_Account_Preferences(std::string& company, std::string& branch) {
-  Held::of(APAccountNo).clear();
-  Held::of(AdvPmtAccountNo).clear();
+  raw(APAccountNo).clear();
+  raw(AdvPmtAccountNo).clear();
   auto preferences = database::open_fresh_recordset(
       sql({"Select AP_Account_No, Adv_Pmt_Account_No From Default_Account_Preferences"
            " Where Company_Prefix=",
            any_text(company), " and Branch_Prefix=", any_text(branch)}),
       ConnectionString(), nullptr, Static);
   if (preferences.RecordCount() == 0) {
-    Held::of(ErrDesc) =
+    raw(ErrDesc) =
         "No account preferences for company \"" + company + "\", branch \"" + branch + "\".";
     return false;
   }
-  Held::of(APAccountNo) = preferences("AP_Account_No").value().text_or_empty();
-  Held::of(AdvPmtAccountNo) = preferences("Adv_Pmt_Account_No").value().text_or_empty();
+  raw(APAccountNo) = preferences("AP_Account_No").text_or_empty();
+  raw(AdvPmtAccountNo) = preferences("Adv_Pmt_Account_No").text_or_empty();
   return true;
 }
 

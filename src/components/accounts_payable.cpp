@@ -93,7 +93,7 @@ bool AccountsPayable::APL_Delete() {
   // By vendor, so that two callers wait for each other in one order.
   std::map<std::string, Owed> by_vendor;
   for (; !gone.IsEOF(); gone.MoveNext()) {
-    Owed& owed = by_vendor[gone("Vendor_Code").value().text_or_empty()];
+    Owed& owed = by_vendor[gone("Vendor_Code").text_or_empty()];
     owed.home += amount(gone, "APL_Debit_Amount") - amount(gone, "APL_Credit_Amount");
     owed.foreign += amount(gone, "FC_APL_Debit_Amount") - amount(gone, "FC_APL_Credit_Amount");
   }

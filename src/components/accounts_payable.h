@@ -3,7 +3,7 @@
 #include <string>
 
 #include "components/component.h"
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 
 namespace ombrix::components {
 

@@ -9,8 +9,9 @@
 #include "ombrix/property.h"
 #include "ombrix/recordset.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/connection_access.h"
 
 namespace ombrix::components {
 
@@ -26,7 +27,7 @@ class Component {
   ~Component() = default;
 
   bool refuse(std::string reason) {
-    detail::Held::of(ErrDesc) = std::move(reason);
+    raw(ErrDesc) = std::move(reason);
     return false;
   }
   /// What a row cannot do without, by the names that the caller knows.

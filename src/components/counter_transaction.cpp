@@ -2,8 +2,9 @@
 
 #include <utility>
 
-#include "frame/database/connection_access.h"
-#include "frame/number.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "database/connection_access.h"
 
 namespace ombrix::components {
 
@@ -11,7 +12,6 @@ using database::number;
 using database::sql;
 using database::Statement;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -65,7 +65,7 @@ CounterTransaction::~CounterTransaction() {
 }
 
 bool CounterTransaction::refuse(std::string reason) {
-  Held::of(ErrDesc) = std::move(reason);
+  raw(ErrDesc) = std::move(reason);
   return false;
 }
 
@@ -94,7 +94,7 @@ bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connectio
     if (drawn != claim_->after) claim_->before = drawn;
     claim_->after = drawn + 1;
   }
-  Held::of(NextDocumentNo) = drawn;
+  raw(NextDocumentNo) = drawn;
   return true;
 }
 
@@ -122,7 +122,7 @@ std::optional<double> CounterTransaction::claim(const Connection& connection,
   auto row = database::open_recordset(
       advance(DocumentPrefix(), CompanyPrefix(), BranchPrefix(), temporary), connection, Keyset);
   if (row.RecordCount() == 0) return std::nullopt;
-  return row("Claimed").value().to_number();
+  return row("Claimed").number();
 }
 
 bool CounterTransaction::is_borne(const Connection& connection, double number,

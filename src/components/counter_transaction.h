@@ -7,7 +7,7 @@
 #include "ombrix/connection.h"
 #include "ombrix/property.h"
 
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 
 namespace ombrix::components {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "frame/number.h"
+#include "base/number.h"
 
 namespace ombrix::components {
 
@@ -14,7 +14,7 @@ using database::text;
 namespace {
 
 std::string text_of(Recordset& row, std::string_view column) {
-  return row(column).value().text_or_empty();
+  return row(column).text_or_empty();
 }
 
 double amount_of(Recordset& row, std::string_view column) {

@@ -6,8 +6,8 @@
 #include "ombrix/recordset.h"
 
 #include "components/component.h"
-#include "frame/hosting/interface.h"
-#include "frame/hosting/sibling.h"
+#include "frame/sibling.h"
+#include "hosting/interface.h"
 
 namespace ombrix::components {
 

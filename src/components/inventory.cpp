@@ -1,22 +1,22 @@
 #include "components/inventory.h"
 
-#include "frame/database/connection_access.h"
+#include "base/raw.h"
+#include "database/connection_access.h"
 
 namespace ombrix::components {
 
 using database::any_text;
 using database::sql;
-using detail::Held;
 
 bool Inventory::Get_Item_Type() {
   auto item = database::open_fresh_recordset(
       sql({"Select Item_Type From Item_Master Where Item_Code=", any_text(ItemCode())}),
       ADOConnectionString(), nullptr, ForwardOnly);
   if (item.IsEOF()) {
-    Held::of(ErrDesc) = "Item type: item \"" + ItemCode() + "\" is not on file.";
+    raw(ErrDesc) = "Item type: item \"" + ItemCode() + "\" is not on file.";
     return false;
   }
-  Held::of(ItemType) = item("Item_Type").value().text_or_empty();
+  raw(ItemType) = item("Item_Type").text_or_empty();
   return true;
 }
 

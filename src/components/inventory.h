@@ -4,7 +4,7 @@
 
 #include "ombrix/property.h"
 
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 
 namespace ombrix::components {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "components/component.h"
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 
 namespace ombrix::components {
 

@@ -2,15 +2,15 @@
 
 #include <array>
 
+#include "base/number.h"
+#include "base/raw.h"
 #include "frame/columns.h"
-#include "frame/hosting/sibling.h"
-#include "frame/number.h"
+#include "frame/sibling.h"
 
 namespace ombrix::components {
 
 using database::ConnectionAccess;
 using database::sql;
-using detail::Held;
 
 namespace {
 
@@ -62,9 +62,8 @@ bool PDC::Create_PDC() {
                {"DocumentPrefix", DocumentPrefix()}});
   std::array<Value, 1> connection{AdoConnectionObject()};
   if (!counter.call("Get_Last_Counter", connection)) return counter_refuses();
-  Held::of(PDCIdentity) = counter.get("NextDocumentNo").to_number();
-  Held::of(PDCNo) =
-      CompanyPrefix() + BranchPrefix() + DocumentPrefix() + general_text(PDCIdentity());
+  raw(PDCIdentity) = counter.get("NextDocumentNo").to_number();
+  raw(PDCNo) = CompanyPrefix() + BranchPrefix() + DocumentPrefix() + general_text(PDCIdentity());
   write();
   return counter.call("Increase_Counter") || counter_refuses();
 }

@@ -4,8 +4,9 @@
 
 #include "ombrix/grid.h"
 
+#include "base/raw.h"
+#include "base/text.h"
 #include "frame/columns.h"
-#include "frame/text.h"
 
 namespace ombrix {
 
@@ -80,7 +81,7 @@ struct Serial : Written<Serial> {
 /// A property of the line's document.
 template <auto P>
 struct OfDocument : Written<OfDocument<P>> {
-  static Value value(const auto& line) { return held<P>(line.document); }
+  static Value value(const auto& line) { return raw(line.document.*P); }
 };
 /// A figure that was worked out for the line; none leaves the column alone.
 template <auto P>

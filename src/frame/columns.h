@@ -10,9 +10,10 @@
 #include "ombrix/property.h"
 #include "ombrix/recordset.h"
 
-#include "frame/number.h"
-#include "frame/text.h"
-#include "frame/trap.h"
+#include "base/null_use.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
 
 namespace ombrix {
 
@@ -87,24 +88,20 @@ struct Reading {
 };
 
 template <auto P, class D>
-auto& held(D& document) {
-  return detail::Held::of(document.*P);
-}
-template <auto P, class D>
 void convert_into(D& document, const Value& value) {
-  auto& property = held<P>(document);
+  auto& property = raw(document.*P);
   property = value_to<std::remove_reference_t<decltype(property)>>(value);
 }
 
 /// The property as it is.
 template <auto P>
 struct Always : Written<Always<P>> {
-  static Value value(const auto& document) { return held<P>(document); }
+  static Value value(const auto& document) { return raw(document.*P); }
 };
 template <auto P>
 struct NullIfEmpty : Written<NullIfEmpty<P>> {
   static Value value(const auto& document) {
-    const std::string& text = held<P>(document);
+    const std::string& text = raw(document.*P);
     return text.empty() ? Value(Null{}) : Value(text);
   }
 };
@@ -112,7 +109,7 @@ struct NullIfEmpty : Written<NullIfEmpty<P>> {
 template <auto P>
 struct NullIfBlank : Written<NullIfBlank<P>> {
   static Value value(const auto& document) {
-    const std::string& text = held<P>(document);
+    const std::string& text = raw(document.*P);
     return trim(text).empty() ? Value(Null{}) : Value(text);
   }
 };
@@ -120,7 +117,7 @@ struct NullIfBlank : Written<NullIfBlank<P>> {
 template <auto P>
 struct Rounded : Written<Rounded<P>> {
   static Value value(const auto& document) {
-    return round_half_even(held<P>(document), document.AmtDig());
+    return round_half_even(raw(document.*P), document.AmtDig());
   }
 };
 
@@ -128,7 +125,7 @@ struct Rounded : Written<Rounded<P>> {
 template <auto P>
 struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
   static std::optional<Value> value(const auto& document) {
-    const std::string& text = held<P>(document);
+    const std::string& text = raw(document.*P);
     if (text.empty()) return std::nullopt;
     return Value(text);
   }
@@ -137,19 +134,19 @@ struct SkipIfEmpty : Written<SkipIfEmpty<P>> {
 template <auto P>
 struct SkipIfBlank : Written<SkipIfBlank<P>> {
   static std::optional<Value> value(const auto& document) {
-    const std::string& text = held<P>(document);
+    const std::string& text = raw(document.*P);
     if (trim(text).empty()) return std::nullopt;
     return Value(text);
   }
 };
 template <auto P>
 struct Trimmed : Written<Trimmed<P>> {
-  static Value value(const auto& document) { return trim(held<P>(document)); }
+  static Value value(const auto& document) { return trim(raw(document.*P)); }
 };
 /// To the 15 digits of its text form.
 template <auto P>
 struct ThroughText : Written<ThroughText<P>> {
-  static Value value(const auto& document) { return head_number(general_text(held<P>(document))); }
+  static Value value(const auto& document) { return head_number(general_text(raw(document.*P))); }
 };
 /// The exchange rate, 1 in home currency.
 struct RateOrOne : Written<RateOrOne> {
@@ -162,7 +159,7 @@ struct RateOrOne : Written<RateOrOne> {
 template <auto P>
 struct NumberUnlessEmpty : Written<NumberUnlessEmpty<P>> {
   static Value value(const auto& document) {
-    const Value& given = held<P>(document);
+    const Value& given = raw(document.*P);
     return given.is_empty() || given.is_null() ? Value(Null{}) : Value(given.to_number());
   }
 };
@@ -194,21 +191,19 @@ struct UnlessNull : Reading<UnlessNull<P>> {
 /// The number at the head of the stored text; a Null raises.
 template <auto P>
 struct Head : Reading<Head<P>> {
-  static void take(auto& document, const Value& value) { held<P>(document) = head_of(value); }
+  static void take(auto& document, const Value& value) { raw(document.*P) = head_of(value); }
 };
 /// A Null reads as "".
 template <auto P>
 struct OrEmpty : Reading<OrEmpty<P>> {
-  static void take(auto& document, const Value& value) {
-    held<P>(document) = value.text_or_empty();
-  }
+  static void take(auto& document, const Value& value) { raw(document.*P) = value.text_or_empty(); }
 };
 /// "Item" for an empty stored value, Null included.
 template <auto P>
 struct ItemIfEmpty : Reading<ItemIfEmpty<P>> {
   static void take(auto& document, const Value& value) {
     const std::string text = value.text_or_empty();
-    held<P>(document) = text.empty() ? "Item" : text;
+    raw(document.*P) = text.empty() ? "Item" : text;
   }
 };
 

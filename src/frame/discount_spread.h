@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/number.h"
+#include "base/number.h"
 
 namespace ombrix {
 

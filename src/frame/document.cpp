@@ -1,6 +1,6 @@
 #include "ombrix/purchase/document.h"
 
-#include "frame/number.h"
+#include "base/number.h"
 
 namespace ombrix::purchase {
 

@@ -1,17 +1,14 @@
 #include "ombrix/purchase/frame.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/hosting/dialogue.h"
-#include "frame/hosting/shipped.h"
-#include "frame/hosting/sibling.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/connection_access.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
+#include "hosting/dialogue.h"
+#include "hosting/shipped.h"
 
 namespace ombrix {
-
-bool is_null_use(const Failure& failure) {
-  return failure.description() == "Invalid use of Null";
-}
 
 std::string detail::without_outer_blanks(const std::string& text) {
   return std::string(trim(text));
@@ -22,18 +19,17 @@ std::string detail::without_outer_blanks(const std::string& text) {
 namespace ombrix::purchase {
 
 using database::ConnectionAccess;
-using detail::Held;
 
 Frame::Frame(Connected initially) : living_(std::make_unique<InstanceCount>()) {
   if (initially == Connected::unopened) {
-    Held::of(AdoConnectionObject) = std::make_shared<Connection>();
+    raw(AdoConnectionObject) = std::make_shared<Connection>();
   }
 }
 
 Frame::~Frame() = default;
 
 bool Frame::refused(std::string_view reason) {
-  Held::of(ErrDesc) = reason;
+  raw(ErrDesc) = reason;
   return false;
 }
 
@@ -66,7 +62,7 @@ void Frame::report(Trap kind, const Failure& failure) {
 }
 
 Connection& Frame::connection() const {
-  const auto& held = Held::of(AdoConnectionObject);
+  const auto& held = raw(AdoConnectionObject);
   if (!held) raise_not_set();
   return *held;
 }
@@ -81,12 +77,12 @@ void Frame::execute(const database::Statement& statement) const {
 
 Recordset Frame::open_fresh(const database::Statement& statement, OpenMode mode,
                             const std::string& connection_text) const {
-  return database::open_fresh_recordset(statement, connection_text,
-                                        Held::of(AdoConnectionObject).get(), mode);
+  return database::open_fresh_recordset(statement, connection_text, raw(AdoConnectionObject).get(),
+                                        mode);
 }
 
 Sibling Frame::sibling(std::string_view name) const {
-  const auto& held = Held::of(AdoConnectionObject);
+  const auto& held = raw(AdoConnectionObject);
   return {name, held ? ConnectionAccess::instruments(*held) : nullptr};
 }
 

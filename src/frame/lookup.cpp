@@ -1,6 +1,6 @@
 #include "frame/lookup.h"
 
-#include "frame/text.h"
+#include "base/text.h"
 
 namespace ombrix {
 
@@ -31,7 +31,7 @@ Statement field_lookup(const std::string& table, const std::string& field, const
 
 std::string first_value(Recordset& rows, const std::string& field) {
   if (rows.RecordCount() == 0) return "";
-  return rows(field).value().text_or_empty();
+  return rows(field).text_or_empty();
 }
 
 }  // namespace ombrix

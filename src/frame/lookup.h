@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "frame/database/connection_access.h"
+#include "database/connection_access.h"
 
 namespace ombrix {
 

@@ -3,13 +3,13 @@
 #include <utility>
 #include <vector>
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 Frame::SeriesCounter::SeriesCounter(Frame& document, const Series& series)
     : document_(document), component_(document.sibling("OmbrixSystem.CounterTransaction")) {
@@ -19,7 +19,7 @@ Frame::SeriesCounter::SeriesCounter(Frame& document, const Series& series)
 }
 
 bool Frame::SeriesCounter::draw(std::optional<bool> temporary) {
-  auto& connection = Held::of(document_.AdoConnectionObject);
+  auto& connection = raw(document_.AdoConnectionObject);
   std::vector<Value> arguments{Value(connection)};
   if (temporary) arguments.emplace_back(*temporary);
   const bool drawn = component_.call("Get_Last_Counter", arguments);
@@ -40,8 +40,8 @@ bool Frame::SeriesCounter::move_on(std::optional<bool> temporary) {
 }
 
 bool Document::FinalNumber::draw() {
-  if (Held::of(document_.DocFlag)) {
-    keys_.identity = Held::of(document_.manualDocIdentity);
+  if (raw(document_.DocFlag)) {
+    keys_.identity = raw(document_.manualDocIdentity);
     return true;
   }
   counter_.emplace(document_);
@@ -51,7 +51,7 @@ bool Document::FinalNumber::draw() {
 }
 
 bool Document::FinalNumber::close() {
-  if (Held::of(document_.DocFlag)) {
+  if (raw(document_.DocFlag)) {
     pass_own_number();
     return true;
   }
@@ -59,7 +59,7 @@ bool Document::FinalNumber::close() {
 }
 
 void Document::FinalNumber::pass_own_number() {
-  const double own = Held::of(document_.manualDocIdentity);
+  const double own = raw(document_.manualDocIdentity);
   auto series = document_.open(
       sql({"Select Document_Next_No, Last_Update From Document_Prefix Where Document_Prefix=",
            text(document_.DocumentPrefix()), " and Company_Prefix=",

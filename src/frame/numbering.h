@@ -6,7 +6,7 @@
 
 #include "ombrix/purchase/document.h"
 
-#include "frame/hosting/sibling.h"
+#include "frame/sibling.h"
 
 namespace ombrix::purchase {
 

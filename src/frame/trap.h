@@ -17,9 +17,6 @@ enum class Trap : unsigned char {
   message_box,     ///< the description is shown in a message box; `ErrDesc` stays
 };
 
-/// Whether a failure is the one that a skip-Null trap carries on behind.
-bool is_null_use(const Failure& failure);
-
 template <class Body>
 auto purchase::Frame::trapped(Trap kind, Body&& body) -> decltype(body()) {
   try {

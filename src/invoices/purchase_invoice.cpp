@@ -2,12 +2,13 @@
 
 #include <algorithm>
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
 #include "frame/saving.h"
-#include "frame/text.h"
 #include "frame/trap.h"
 #include "invoices/purchase_invoice_columns.h"
 #include "invoices/purchase_invoice_fills.h"
@@ -16,7 +17,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -45,7 +45,7 @@ bool PurchaseInvoice::Create_Purchase_Invoice() {
   if (!Validate_Purchase_Invoice()) return false;
   return trapped(Trap::plain, [&] {
     return create_under_temporary_number(
-        {Held::of(PurchaseInvIdentity), Held::of(PurchaseInvNo)},
+        {raw(PurchaseInvIdentity), raw(PurchaseInvNo)},
         [&] { return Save_Purchase_Invoice_Master(); },
         [&] { return Save_Purchase_Invoice_Detail(); });
   });
@@ -112,7 +112,7 @@ bool PurchaseInvoice::Get_Purchase_Invoice() {
 
 void PurchaseInvoice::read_order_date(Recordset& master) {
   const Value date = master("PO_Date");
-  if (date.is_null() || master("PO_No").value().text_or_empty().empty()) return;
+  if (date.is_null() || master("PO_No").text_or_empty().empty()) return;
   PODate = date.to_date();
 }
 

@@ -2,9 +2,10 @@
 
 #include "ombrix/purchase/purchase_invoice.h"
 
-#include "frame/database/statement.h"
-#include "frame/number.h"
-#include "frame/text.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 #include "posting/ledger.h"
 
@@ -12,7 +13,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -162,8 +162,8 @@ bool PurchaseInvoice::post_payable() {
   // The total itself goes by reference, and comes back negated.
   std::string description = payable_description();
   std::string side = "Credit";
-  return Account_Posting(description, account, Held::of(PurchaseInvAmount),
-                         Held::of(PurchaseInvFCAmount), side);
+  return Account_Posting(description, account, raw(PurchaseInvAmount), raw(PurchaseInvFCAmount),
+                         side);
 }
 
 bool PurchaseInvoice::PI_Tax_Posting() {

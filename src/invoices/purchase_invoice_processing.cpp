@@ -1,8 +1,10 @@
 #include "ombrix/purchase/purchase_invoice.h"
 
-#include "frame/database/statement.h"
+#include "base/names.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
-#include "frame/text.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -10,7 +12,6 @@ namespace ombrix::purchase {
 using database::digits;
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -27,8 +28,7 @@ bool PurchaseInvoice::Process_Invoice() {
   SkipDetailLoad = true;
   if (!Get_Purchase_Invoice()) return false;
   return trapped(Trap::plain, [&] {
-    FinalNumber number(*this, {Held::of(PurchaseInvIdentity), Held::of(PurchaseInvNo)},
-                       std::nullopt);
+    FinalNumber number(*this, {raw(PurchaseInvIdentity), raw(PurchaseInvNo)}, std::nullopt);
     if (renumbers() && !give_final_number(number)) return false;
     return post_lines() && post_discount() && post_payable() && number.close();
   });
@@ -62,7 +62,7 @@ bool PurchaseInvoice::Assign_Final_Invoice_No(const std::string& number) {
       detail("Last_Update") = LastUpdate();
       detail.Update();
     }
-    Held::of(PurchaseInvNo) = number;
+    raw(PurchaseInvNo) = number;
     return true;
   });
 }

@@ -1,7 +1,8 @@
 #include "ombrix/purchase/purchase_invoice.h"
 
-#include "frame/database/statement.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 #include "invoices/purchase_invoice_fills.h"
 
@@ -10,7 +11,6 @@ namespace ombrix::purchase {
 using database::sql;
 using database::Statement;
 using database::text;
-using detail::Held;
 
 bool PurchaseInvoice::Get_GRN_details() {
   if (trim(VendorCode()).empty()) return refused("Invalid Vendor Code");
@@ -65,15 +65,15 @@ double PurchaseInvoice::read_order_master() {
                                   : sql({"Select * from IPO_Master Where IPO_No=", text(PONo())}),
                            Static, ConnectionString());
   if (master.RecordCount() == 0) return 0;
-  Held::of(VendorCode) = master("Vendor_Code").value().to_text();
-  Held::of(VendorName) = master("Vendor_name").value().to_text();
-  Held::of(CurrencyCode) = master("Currency_Code").value().to_text();
+  raw(VendorCode) = master("Vendor_Code").text();
+  raw(VendorName) = master("Vendor_name").text();
+  raw(CurrencyCode) = master("Currency_Code").text();
   const Value percent = master(on_lpo ? "LPO_Discount_Percent" : "IPO_Discount_Percent");
   PurchaseInvDiscPercent = percent.to_number();
   const Value discount = master(on_lpo ? "LPO_FC_Discount_Amount" : "IPO_FC_Discount_Amount");
   if (!discount.is_null()) PurchaseInvFCDiscAmount = discount.to_number();
   if (!on_lpo) return 0;
-  POTaxAmount = master("LPO_TaxAmount").value().to_number();
+  POTaxAmount = master("LPO_TaxAmount").number();
   DiscountPercent = percent.to_number();
   const Value rate = master("LPO_TaxRate");
   return rate.is_null() ? 0 : rate.to_number();

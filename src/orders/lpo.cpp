@@ -1,6 +1,7 @@
 #include "ombrix/purchase/lpo.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
 #include "frame/saving.h"
@@ -11,7 +12,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -37,7 +37,7 @@ bool LPO::Create_LPO() {
   if (!Validate_LPO()) return false;
   return trapped(Trap::plain, [&] {
     return create_under_temporary_number(
-        {Held::of(LPOIdentity), Held::of(LPONo)}, [&] { return Save_LPO_Master(); },
+        {raw(LPOIdentity), raw(LPONo)}, [&] { return Save_LPO_Master(); },
         [&] { return Save_LPO_Detail() || refused("Invalid Details"); });
   });
 }

@@ -1,8 +1,9 @@
 #include "ombrix/purchase/lpo.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
-#include "frame/text.h"
 #include "frame/trap.h"
 #include "stock/item_type.h"
 
@@ -10,13 +11,12 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool LPO::Process_LPO() {
   if (trim(LPONo()).empty()) return refused("Invalid Purchase Order No");
   if (renumbers() && !Get_LPO()) return false;
   return trapped(Trap::first_reason, [&] {
-    FinalNumber number(*this, {Held::of(LPOIdentity), Held::of(LPONo)}, false);
+    FinalNumber number(*this, {raw(LPOIdentity), raw(LPONo)}, false);
     auto master =
         open(sql({"Select * from  LPO_Master  Where LPO_NO=", text(trim(LPONo()))}), Keyset);
     if (master.RecordCount() == 0) return refused("Invalid Purchase Order No");
@@ -54,7 +54,7 @@ void LPO::raise_ordered_quantities() {
       open(sql({"Select * from  LPO_Detail  Where LPO_NO=", text(trim(LPONo()))}), Keyset);
   if (detail.RecordCount() == 0) return;
   for (; !detail.IsEOF(); detail.MoveNext()) {
-    const std::string item_code = detail("Item_Code").value().text_or_empty();
+    const std::string item_code = detail("Item_Code").text_or_empty();
     auto item = open(sql({"Select * from Item_Master Where Item_Code=", text(item_code)}), Keyset);
     if (item.RecordCount() == 0 || !is_stocked(item("item_type"))) continue;
     const Value in_line_units = product(detail("LPO_Qty"), detail("Unit_Qty"));

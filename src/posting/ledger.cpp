@@ -2,13 +2,13 @@
 
 #include <array>
 
-namespace ombrix::purchase {
+#include "base/raw.h"
 
-using detail::Held;
+namespace ombrix::purchase {
 
 PostedDocument::Ledger::Ledger(PostedDocument& document)
     : document_(document), component_(document.sibling("OmbrixAccounts.GeneralLedger")) {
-  component_.set("AdoConnectionObject", Held::of(document.AdoConnectionObject));
+  component_.set("AdoConnectionObject", raw(document.AdoConnectionObject));
 }
 
 void PostedDocument::Ledger::state(const Heading& heading, const LedgerLine& line) {

@@ -7,7 +7,7 @@
 
 #include "ombrix/purchase/posted_document.h"
 
-#include "frame/hosting/sibling.h"
+#include "frame/sibling.h"
 
 namespace ombrix::purchase {
 

@@ -1,18 +1,16 @@
 #include "ombrix/purchase/posted_document.h"
 
-#include "frame/hosting/sibling.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "frame/sibling.h"
 
 namespace ombrix::purchase {
-
-using detail::Held;
 
 bool PostedDocument::find_payable_account(bool tells_branch, std::string& account) {
   auto preferences = sibling("OmbrixAccounts.AccountPreferences");
   preferences.set("ConnectionString", connection().ConnectionString());
   if (tells_branch) preferences.set("BranchPrefix", BranchPrefix());
-  if (!preferences.call("Get_Account_Preferences",
-                        {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+  if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
     return refused_by(preferences);
   }
   account = preferences.get("APAccountNo").text_or_empty();
@@ -22,7 +20,7 @@ bool PostedDocument::find_payable_account(bool tells_branch, std::string& accoun
 bool PostedDocument::enter_payable(const Payable& payable, const std::string& account) {
   const auto& [number, date, comments] = payable.heading;
   auto ledger = sibling("OmbrixAccounts.AccountsPayable");
-  ledger.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+  ledger.set({{"AdoConnectionObject", raw(AdoConnectionObject)},
               {"AccountNo", account},
               {"APLDate", date},
               {"APLDescription", payable_description()}});

@@ -1,8 +1,10 @@
 #include "ombrix/purchase/posted_document.h"
 
-#include "frame/database/statement.h"
-#include "frame/number.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 #include "posting/ledger.h"
 
@@ -10,7 +12,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool PostedDocument::post_tax(const TaxPosting& how) {
   return trapped(Trap::silent, [&] { return post_tax_shares(how); });
@@ -28,22 +29,21 @@ bool PostedDocument::post_tax_shares(const TaxPosting& how) {
   double shared = 0;
   std::size_t taken = 0;
   for (; !authorities.IsEOF(); authorities.MoveNext()) {
-    auto authority =
-        open_fresh(sql({"select accountno,Description from TaxAuthorities where Code=",
-                        text(authorities("TaxAuthorityCode").value().text_or_empty())}),
-                   Keyset, ConnectionString());
+    auto authority = open_fresh(sql({"select accountno,Description from TaxAuthorities where Code=",
+                                     text(authorities("TaxAuthorityCode").text_or_empty())}),
+                                Keyset, ConnectionString());
     if (authority.RecordCount() == 0 || TaxAmount() <= 0) continue;
     ++taken;
-    const double rate = authorities("TaxAuthorityRate").value().to_number();
+    const double rate = authorities("TaxAuthorityRate").number();
     const double share = rounded(rate * quotient(TaxAmount(), TaxPercent()));
     shared = rounded(shared + share);
     if (taken == authorities.RecordCount() && shared - TaxAmount() != share) {
       TaxAmount = rounded(shared - TaxAmount());
     }
-    const std::string account = authority("AccountNo").value().text_or_empty();
+    const std::string account = authority("AccountNo").text_or_empty();
     if (trim(account).empty()) {
       return refused("Invalid Account Number for Authority -'" +
-                     authority("Description").value().text_or_empty() + "'");
+                     authority("Description").text_or_empty() + "'");
     }
     if (!post_tax_share(how, account, share)) return false;
   }
@@ -55,7 +55,7 @@ bool PostedDocument::post_tax_share(const TaxPosting& how, const std::string& ac
   Ledger ledger(*this);
   const auto& [number, date, comments] = how.heading;
   if (DocumentPrefix().empty()) {
-    Held::of(DocumentPrefix) = first_of(without_first(number, 4), 3);
+    raw(DocumentPrefix) = first_of(without_first(number, 4), 3);
   }
   const bool credit = same_name(TaxType(), how.own_type) == (how.own_side == Side::credit);
   const LedgerLine line{"Purchase Tax for " + std::string(without_first(number, 7)) + " Dated " +

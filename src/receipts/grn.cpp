@@ -1,6 +1,7 @@
 #include "ombrix/purchase/grn.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
 #include "frame/saving.h"
 #include "frame/trap.h"
@@ -12,7 +13,6 @@ using database::digits;
 using database::number;
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -33,7 +33,7 @@ bool GRN::Create_GRN() {
   if (!Validate_GRN()) return false;
   return trapped(Trap::plain, [&] {
     return create_under_temporary_number(
-        {Held::of(GRNIdentity), Held::of(GRNNo)}, [&] { return Save_GRN_Master(); },
+        {raw(GRNIdentity), raw(GRNNo)}, [&] { return Save_GRN_Master(); },
         [&] { return Save_GRN_Detail() && save_totals(); });
   });
 }
@@ -91,7 +91,7 @@ Recordset GRN::open_order(OpenMode mode) const {
 void GRN::take_purchase_type_of_order() {
   auto order = open_order(Static);
   if (order.RecordCount() == 0) return;
-  const std::string type = order("Purchase_Type").value().text_or_empty();
+  const std::string type = order("Purchase_Type").text_or_empty();
   Purchase_Type = type.empty() ? "Item" : type;
   order("Invoiced_Flag") = OrderInvoicedFlag();
   order.Update();
@@ -152,10 +152,10 @@ void GRN::derive_amounts(GRNLine& line) const {
 }
 
 void GRN::count_in(const GRNLine& line) {
-  Held::of(GRNSubTotal) += line.amount;
-  Held::of(GRNFCSubTotal) += line.fc_amount;
-  Held::of(GRNDiscountAmount) += line.overall_discount.value_or(0);
-  Held::of(GRNFCDiscountAmount) += line.overall_fc_discount.value_or(0);
+  raw(GRNSubTotal) += line.amount;
+  raw(GRNFCSubTotal) += line.fc_amount;
+  raw(GRNDiscountAmount) += line.overall_discount.value_or(0);
+  raw(GRNFCDiscountAmount) += line.overall_fc_discount.value_or(0);
 }
 
 bool GRN::Get_GRN() {

@@ -3,7 +3,6 @@
 namespace ombrix::purchase {
 
 using namespace rule;
-using detail::Held;
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 
 namespace ombrix::purchase {
 

@@ -1,8 +1,8 @@
 #include "ombrix/purchase/grn.h"
 
-#include "frame/database/statement.h"
-#include "frame/number.h"
-#include "frame/text.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 #include "posting/ledger.h"
 
@@ -59,24 +59,24 @@ double GRN::order_discount_percent() {
   auto order = open(
       sql({"Select LPO_Discount_Percent from LPO_Master Where LPO_No=", text(GRNRefDocumentNo())}),
       Keyset);
-  return order.RecordCount() == 0 ? 0 : order("LPO_Discount_Percent").value().to_number();
+  return order.RecordCount() == 0 ? 0 : order("LPO_Discount_Percent").number();
 }
 
 bool GRN::post_line(Recordset& line, const Accounts& accounts) {
   const auto rounded = [&](double amount) { return round_half_even(amount, AmtDig()); };
-  const double fc_amount = line("GRN_FC_Item_Amount").value().to_number();
+  const double fc_amount = line("GRN_FC_Item_Amount").number();
   const double amount = rounded(fc_amount * ExchangeRate());
   const double percent = order_discount_percent();
   const double discount = rounded(amount * percent / 100);
   const double fc_discount = rounded(percent * fc_amount / 100);
 
-  const std::string account = line("Account_No").value().text_or_empty();
+  const std::string account = line("Account_No").text_or_empty();
   if (account.empty()) {
     return refused(
         "Invalid Default Inventory Account. Set Default Accounts in the Purchase Preferences");
   }
   const bool fixed_asset = Purchase_Type() == "Fixed Asset";
-  const std::string item_code = line("Item_Code").value().text_or_empty();
+  const std::string item_code = line("Item_Code").text_or_empty();
   const std::string code(without_first(trim(item_code), 2));
   const std::string thing = (fixed_asset ? "Fixed Asset ID - " : "Item Code - ") + code;
   const auto post = [&](std::string description, std::string account_no, double home,
@@ -89,9 +89,9 @@ bool GRN::post_line(Recordset& line, const Accounts& accounts) {
             account, amount - discount, fc_amount - fc_discount, "Debit")) {
     return false;
   }
-  const bool free = line("FOC_Flag").value().to_flag();
+  const bool free = line("FOC_Flag").flag();
   // The tax of the whole document, the same figure in both currencies, rides on each such credit.
-  const double tax = free || line("TaxType").value().text_or_empty() == "Taxable" ? TaxAmount() : 0;
+  const double tax = free || line("TaxType").text_or_empty() == "Taxable" ? TaxAmount() : 0;
   return post((free ? "FOC Purchase Account : " : "Purchase Accrual : ") + thing,
               free ? accounts.free_of_charge : accounts.accrual, amount + tax - discount,
               fc_amount + tax - fc_discount, "Credit");

@@ -1,6 +1,7 @@
 #include "ombrix/purchase/grn.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
 #include "frame/trap.h"
 
@@ -9,12 +10,11 @@ namespace ombrix::purchase {
 using database::digits;
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool GRN::ProcessGRN() {
   if (!Get_GRN()) return false;
   return trapped(Trap::plain, [&] {
-    FinalNumber number(*this, {Held::of(GRNIdentity), Held::of(GRNNo)}, std::nullopt);
+    FinalNumber number(*this, {raw(GRNIdentity), raw(GRNNo)}, std::nullopt);
     auto master =
         open(sql({"Select * from Goods_Receive_Master Where GRN_No=", text(GRNNo())}), Static);
     if (master.RecordCount() < 1) {
@@ -23,7 +23,7 @@ bool GRN::ProcessGRN() {
     if (renumbers()) {
       if (!rename(master, number)) return false;
     } else {
-      GRNIdentity = master("GRN_Identity").value().to_number();
+      GRNIdentity = master("GRN_Identity").number();
     }
     master.Close();
     if (renumbers() && !(Check_Order_Invoiced() && Update_Order_Received())) return false;
@@ -38,7 +38,7 @@ bool GRN::ProcessGRN() {
 bool GRN::rename(Recordset& master, FinalNumber& number) {
   if (!number.draw()) return false;
   const std::string final_number = number.number();
-  Purchase_Type = master("Purchase_Type").value().text_or_empty();
+  Purchase_Type = master("Purchase_Type").text_or_empty();
   master("GRN_Invoiced_flag") = OrderInvoicedFlag();
   master("Processed_Flag") = 1;
   master("GRN_Identity") = GRNIdentity();
@@ -61,7 +61,7 @@ bool GRN::rename(Recordset& master, FinalNumber& number) {
 bool GRN::Check_Order_Invoiced() {
   auto order = open_order_state();
   if (order.RecordCount() < 1) return refused("Invalid Purchase Order No.");
-  OrderInvoicedFlag = order("Invoiced_Flag").value().to_flag();
+  OrderInvoicedFlag = order("Invoiced_Flag").flag();
   return true;
 }
 
@@ -98,7 +98,7 @@ bool GRN::book_on_order(Recordset& line) {
   order.Update();
   order.Close();
 
-  const std::string sl_no = line("POD_SL_NO").value().text_or_empty();
+  const std::string sl_no = line("POD_SL_NO").text_or_empty();
   auto ordered = on_lpo()
                      ? open(sql({"Select * from LPO_Detail Where LPO_No=", text(GRNRefDocumentNo()),
                                  " and SL_No=", digits(sl_no)}),

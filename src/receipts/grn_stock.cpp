@@ -1,13 +1,13 @@
 #include "ombrix/purchase/grn.h"
 
-#include "frame/number.h"
+#include "base/number.h"
+#include "base/raw.h"
 #include "stock/stock_in.h"
 
 namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -16,8 +16,7 @@ Value amount_less_overall_discount(Recordset& line) {
 }
 
 Value net_unit_price(Recordset& line) {
-  const double overall =
-      quotient(line("PO_Overall_Disc").value().to_number(), line("grn_qty").value().to_number());
+  const double overall = quotient(line("PO_Overall_Disc").number(), line("grn_qty").number());
   return sum(sum(line("GRN_Unit_Price"), -head_of(line("GRN_Item_Disc_Amount"))),
              -head_number(general_text(overall)));
 }
@@ -27,8 +26,8 @@ Value net_unit_price(Recordset& line) {
 bool GRN::move_stock() {
   const StockIn stock(*this, heading(),
                       {.quantity = "grn_qty",
-                       .log_series = Held::of(PurchaseLogPrefix),
-                       .movement_series = Held::of(StockMovementPrefix),
+                       .log_series = raw(PurchaseLogPrefix),
+                       .movement_series = raw(StockMovementPrefix),
                        .net_amount = amount_less_overall_discount,
                        // The average takes the line before the order's overall discount.
                        .cost = [](Recordset& line) { return head_of(line("GRN_Item_Amount")); },
@@ -44,7 +43,7 @@ bool GRN::move_stock() {
     const Value name = line("Location_Name");
     if (!name.is_null()) location.set("LocationName", name);
     location.set("LastUpdate", LastUpdate());
-    location.set("LocationQty", line("grn_qty").value().to_number());
+    location.set("LocationQty", line("grn_qty").number());
     location.set("UnitName", line("Unit_Name"));
   };
   return stock.locate(

@@ -1,10 +1,11 @@
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
 #include "frame/saving.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 #include "returns/purchase_return_columns.h"
 
@@ -12,7 +13,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 PurchaseReturn::PurchaseReturn() : PostedDocument(Connected::unopened) {}
 
@@ -26,8 +26,8 @@ bool PurchaseReturn::Create_Purchase_Rtn() {
   if (!Validate_Purchase_Rtn()) return false;
   return trapped(Trap::plain, [&] {
     return create_under_temporary_number(
-        {Held::of(PurchaseRtnIdentity), Held::of(PurchaseRtnNo)},
-        [&] { return Save_Purchase_Rtn_Master(); }, [&] { return Save_Purchase_Rtn_Detail(); });
+        {raw(PurchaseRtnIdentity), raw(PurchaseRtnNo)}, [&] { return Save_Purchase_Rtn_Master(); },
+        [&] { return Save_Purchase_Rtn_Detail(); });
   });
 }
 

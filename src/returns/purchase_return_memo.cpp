@@ -5,14 +5,15 @@
 
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/dialogue.h"
-#include "frame/hosting/sibling.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/lookup.h"
-#include "frame/number.h"
 #include "frame/numbering.h"
-#include "frame/text.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
+#include "hosting/dialogue.h"
 
 namespace ombrix::purchase {
 
@@ -21,7 +22,6 @@ using database::name;
 using database::Piece;
 using database::sql;
 using database::text;
-using detail::Held;
 
 /// A line of a memo as the memo's kinds of line differ.
 struct PurchaseReturn::MemoLine {
@@ -47,7 +47,7 @@ Piece compared(const std::string& value, bool is_number) {
 }
 
 double figure(Recordset& row, std::string_view column) {
-  return row(column).value().to_number();
+  return row(column).number();
 }
 
 }  // namespace
@@ -100,15 +100,14 @@ bool PurchaseReturn::Create_Voucher_Master(std::string& pReturnNo, std::string& 
     write_memo_master(document, pVoucherNo);
     auto preferences = sibling("OmbrixAccounts.AccountPreferences");
     preferences.set("ConnectionString", connection().ConnectionString());
-    if (!preferences.call("Get_Account_Preferences",
-                          {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+    if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
       return refused_by(preferences);
     }
 
     const double amount = figure(document, "Purchase_Rtn_Amount");
-    return write_memo_line(pVoucherNo, {1, "Vendor", document("Vendor_Code").value().to_text(),
-                                        document("Vendor_name").value().text_or_empty(), "Debit",
-                                        amount, amount}) &&
+    return write_memo_line(pVoucherNo,
+                           {1, "Vendor", document("Vendor_Code").text(),
+                            document("Vendor_name").text_or_empty(), "Debit", amount, amount}) &&
            credit_accounts(document, pVoucherNo);
   });
 }
@@ -152,8 +151,8 @@ bool PurchaseReturn::credit_accounts(Recordset& document, std::string& voucher_n
                           std::string_view missing, double fc_amount, double amount) {
     const std::string account =
         GetFldValue("Default_Purchase_Preferences", preference, "Company_Prefix",
-                    document("Company_Prefix").value().to_text(), false, "Branch_Prefix",
-                    document("Branch_Prefix").value().to_text(), false);
+                    document("Company_Prefix").text(), false, "Branch_Prefix",
+                    document("Branch_Prefix").text(), false);
     if (trim(account).empty()) return refused(missing);
     const std::string account_name =
         GetFldValue("Chart_Of_Accounts", "Account_Name", "Account_No", account, false);
@@ -215,7 +214,7 @@ bool PurchaseReturn::Process_DebitMemo(std::string& pVoucherNo, double& manualId
                                        bool& ManualDocFlag) {
   return trapped(Trap::numbered, [&] {
     auto memo = sibling("OmbrixAccountsExt.DebitCreditNote");
-    memo.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+    memo.set({{"AdoConnectionObject", raw(AdoConnectionObject)},
               {"ADOConnectionString", ConnectionString()},
               {"VoucherNo", pVoucherNo},
               {"manualDocIdentity", manualIdentity},

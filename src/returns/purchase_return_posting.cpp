@@ -2,7 +2,7 @@
 
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/text.h"
+#include "base/text.h"
 #include "posting/ledger.h"
 #include "returns/booked.h"
 
@@ -20,7 +20,7 @@ bool is_receipt(const std::string& source) {
 
 bool PurchaseReturn::credit_inventory(Recordset& line, const LineAmounts& amounts, Booked& booked) {
   const double credit = is_receipt(Ref_Doc_Type()) ? amounts.home : amounts.home - booked.variance;
-  const std::string item = line("Item_Code").value().text_or_empty();
+  const std::string item = line("Item_Code").text_or_empty();
   Ledger ledger(*this);
   ledger.set({{"DocumentNo", PurchaseRtnNo()},
               {"DocumentPrefix", DocumentPrefix()},

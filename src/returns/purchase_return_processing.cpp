@@ -1,9 +1,10 @@
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
-#include "frame/text.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 #include "returns/booked.h"
 
@@ -11,7 +12,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 bool PurchaseReturn::Process_Return() {
   SkipReturnDetailLoad = true;
@@ -20,8 +20,7 @@ bool PurchaseReturn::Process_Return() {
   if (!Get_Purchase_Rtn()) return false;
   SavedTaxAmount = TaxAmount();
   return trapped(Trap::plain, [&] {
-    FinalNumber number(*this, {Held::of(PurchaseRtnIdentity), Held::of(PurchaseRtnNo)},
-                       std::nullopt);
+    FinalNumber number(*this, {raw(PurchaseRtnIdentity), raw(PurchaseRtnNo)}, std::nullopt);
     if (renumbers() && !rename(number)) return false;
     Booked booked;
     if (!read_currency_symbol() || !book_lines(booked)) return false;
@@ -32,8 +31,7 @@ bool PurchaseReturn::Process_Return() {
         !post_variance(booked)) {
       return false;
     }
-    if (Ref_Doc_Type() != "GRN" && booked.raises_memo &&
-        !Generate_Debit_Memo(Held::of(PurchaseRtnNo))) {
+    if (Ref_Doc_Type() != "GRN" && booked.raises_memo && !Generate_Debit_Memo(raw(PurchaseRtnNo))) {
       return false;
     }
     const bool closed = number.close();
@@ -76,7 +74,7 @@ bool PurchaseReturn::read_currency_symbol() {
   auto currency = open(
       sql({"Select * from Currency_Master Where Currency_Code=", text(CurrencyCode())}), Keyset);
   if (currency.RecordCount() < 1) return refused("Invalid Currency Code");
-  CurrencySymbol = currency("Currency_Symbol").value().to_text();
+  CurrencySymbol = currency("Currency_Symbol").text();
   return true;
 }
 
@@ -98,7 +96,7 @@ bool PurchaseReturn::book_line(Recordset& line, Booked& booked) {
 }
 
 PurchaseReturn::LineAmounts PurchaseReturn::amounts_of(Recordset& line) const {
-  const auto figure = [&line](std::string_view name) { return line(name).value().to_number(); };
+  const auto figure = [&line](std::string_view name) { return line(name).number(); };
   const double foreign = figure("purchase_rtn_FC_item_amount");
   const double rate = ExchangeRate();
   const double source_rate = SourceExchangeRate();
@@ -128,12 +126,12 @@ bool PurchaseReturn::read_preferences(Booked& booked) {
   if (preferences.IsEOF()) {
     return refused("Set the Default Purchase Accrual account in the Purchase Preferences");
   }
-  const std::string accrual = preferences("Pur_Accrual_Account_No").value().text_or_empty();
+  const std::string accrual = preferences("Pur_Accrual_Account_No").text_or_empty();
   if (accrual.empty()) return true;
-  booked.inventory_account = preferences("Inventory_Account_No").value().to_text();
+  booked.inventory_account = preferences("Inventory_Account_No").text();
   booked.accrual_account = accrual;
-  booked.variance_account = preferences("Pur_Variance_Account_No").value().text_or_empty();
-  booked.raises_memo = preferences("Generate_Debit_Memo").value().to_flag();
+  booked.variance_account = preferences("Pur_Variance_Account_No").text_or_empty();
+  booked.raises_memo = preferences("Generate_Debit_Memo").flag();
   return true;
 }
 

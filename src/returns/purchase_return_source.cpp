@@ -2,8 +2,9 @@
 
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/database/statement.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -14,7 +15,6 @@ using database::Piece;
 using database::sql;
 using database::Statement;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -61,22 +61,21 @@ bool PurchaseReturn::UpdateReturnSource() {
   const SourceKind* kind = source_kind(Ref_Doc_Type());
   std::string number;
   {
-    auto master = open(kind ? sql({kind->master, digits(Held::of(Refno)), " and ", kind->processed})
-                            : no_statement(),
-                       Keyset);
-    if (master.RecordCount() > 0) number = master(kind->number).value().text_or_empty();
+    auto master = open(
+        kind ? sql({kind->master, digits(raw(Refno)), " and ", kind->processed}) : no_statement(),
+        Keyset);
+    if (master.RecordCount() > 0) number = master(kind->number).text_or_empty();
   }
   if (trim(number).empty()) return true;
   auto lines = open(
       sql({"Select * from Purchase_Return_Detail Where Purchase_Rtn_No=", text(PurchaseRtnNo())}),
       Keyset);
   for (; !lines.IsEOF(); lines.MoveNext()) {
-    double quantity =
-        lines("pur_rtn_qty").value().to_number() * lines("Unit_Qty").value().to_number();
-    std::string item = lines("Item_Code").value().text_or_empty();
-    std::int32_t serial = lines("SL_No").value().to_long();
-    if (!Update_Source(Held::of(AdoConnectionObject), number, quantity, Held::of(Ref_Doc_Type),
-                       item, serial)) {
+    double quantity = lines("pur_rtn_qty").number() * lines("Unit_Qty").number();
+    std::string item = lines("Item_Code").text_or_empty();
+    std::int32_t serial = lines("SL_No").integer();
+    if (!Update_Source(raw(AdoConnectionObject), number, quantity, raw(Ref_Doc_Type), item,
+                       serial)) {
       return false;
     }
   }

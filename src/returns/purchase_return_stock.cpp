@@ -2,10 +2,12 @@
 
 #include "ombrix/purchase/purchase_return.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
-#include "frame/number.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/number.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -13,7 +15,6 @@ namespace ombrix::purchase {
 using database::Piece;
 using database::sql;
 using database::text;
-using detail::Held;
 
 std::string PurchaseReturn::item_field(Sibling general, std::string_view field,
                                        const std::string& item) const {
@@ -22,9 +23,9 @@ std::string PurchaseReturn::item_field(Sibling general, std::string_view field,
 }
 
 bool PurchaseReturn::take_out_of_stock(Recordset& line, double amount) {
-  const std::string item = line("Item_Code").value().text_or_empty();
+  const std::string item = line("Item_Code").text_or_empty();
   auto general = sibling("OmbrixSystem.General");
-  general.set("AdoConnectionObject", Held::of(AdoConnectionObject));
+  general.set("AdoConnectionObject", raw(AdoConnectionObject));
   const Value type = head_number(item_field(std::move(general), "Item_Type", item));
   // A receipt stocks type 3 too; it does not come back this way.
   if (type.to_long() != 0) return true;
@@ -34,18 +35,18 @@ bool PurchaseReturn::take_out_of_stock(Recordset& line, double amount) {
 
 bool PurchaseReturn::Consume_Purchase_Log(Recordset& line) {
   return trapped(Trap::plain, [&] {
-    const std::string item = line("Item_Code").value().text_or_empty();
+    const std::string item = line("Item_Code").text_or_empty();
     auto general = sibling("OmbrixSystem.General");
     if (connection().ConnectionString().empty()) {
       general.set("ADOConnectionString", ConnectionString());
     } else {
-      general.set("AdoConnectionObject", Held::of(AdoConnectionObject));
+      general.set("AdoConnectionObject", raw(AdoConnectionObject));
     }
     const std::string costing_type = item_field(std::move(general), "Costing_Type", item);
     if (trim(costing_type).empty()) return refused("Invalid Costing Type");
     auto unit =
         open(sql({"Select Unit_Qty From Item_Detail where Item_Detail.Item_Code =", text(item),
-                  " and Item_Detail.Unit_Name=", text(line("Unit_Name").value().text_or_empty())}),
+                  " and Item_Detail.Unit_Name=", text(line("Unit_Name").text_or_empty())}),
              Keyset);
     // A unit that the item does not have counts as the line itself says.
     const Value in_base = unit.RecordCount() > 0 ? unit("Unit_Qty") : line("Unit_Qty");
@@ -69,7 +70,7 @@ bool PurchaseReturn::take_off_layers(const std::string& item, const std::string&
       Keyset);
   for (; !layers.IsEOF(); layers.MoveNext()) {
     // The whole layer counts: what was sold of it was never taken off its quantity.
-    const double layer = layers("Total_Purchase_Qty").value().to_number();
+    const double layer = layers("Total_Purchase_Qty").number();
     const bool spent = layer > quantity;
     layers("Total_Purchase_Qty") = spent ? layer - quantity : 0.0;
     layers("Last_Update") = LastUpdate();
@@ -94,7 +95,7 @@ bool PurchaseReturn::Reduce_Item_Stock(const std::string& item_code, double quan
 
 bool PurchaseReturn::lower_location_stock(Recordset& line) {
   auto stock = sibling("OmbrixInventory.LocationStock");
-  stock.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+  stock.set({{"AdoConnectionObject", raw(AdoConnectionObject)},
              {"BranchPrefix", BranchPrefix()},
              {"CompanyPrefix", CompanyPrefix()},
              {"ItemCode", line("Item_Code")},
@@ -113,7 +114,7 @@ bool PurchaseReturn::enter_stock_movement(Recordset& line) {
   auto movement = sibling("OmbrixInventory.StockMovement");
   // As stored, also where the rates made another amount of the line.
   const Value amount = line("purchase_rtn_item_amount");
-  movement.set({{"AdoConnectionObject", Held::of(AdoConnectionObject)},
+  movement.set({{"AdoConnectionObject", raw(AdoConnectionObject)},
                 {"CompanyPrefix", CompanyPrefix()},
                 {"BranchPrefix", BranchPrefix()},
                 {"DocumentPrefix", StockMovementPrefix()},

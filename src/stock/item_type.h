@@ -2,7 +2,7 @@
 
 #include "ombrix/value.h"
 
-#include "frame/text.h"
+#include "base/text.h"
 
 namespace ombrix::purchase {
 

@@ -1,6 +1,7 @@
 #include "stock/stock_in.h"
 
-#include "frame/number.h"
+#include "base/number.h"
+#include "base/raw.h"
 #include "stock/item_type.h"
 
 namespace ombrix::purchase {
@@ -8,7 +9,6 @@ namespace ombrix::purchase {
 using database::sql;
 using database::Statement;
 using database::text;
-using detail::Held;
 
 double PostedDocument::StockIn::base_quantity(Recordset& line) const {
   return head_of(line("Unit_Qty")) * head_of(line(terms_.quantity));
@@ -17,7 +17,7 @@ double PostedDocument::StockIn::base_quantity(Recordset& line) const {
 bool PostedDocument::StockIn::locate(const Statement& lines, const SetMembers& set_members) const {
   auto line = document_.open(lines, KeysetPessimistic);
   auto stock = document_.sibling("OmbrixInventory.LocationStock");
-  if (terms_.ordered) stock.set("AdoConnectionObject", Held::of(document_.AdoConnectionObject));
+  if (terms_.ordered) stock.set("AdoConnectionObject", raw(document_.AdoConnectionObject));
   for (; !line.IsEOF(); line.MoveNext()) {
     if (!is_stocked(line("Item_Type"))) continue;
     set_members(stock, line);
@@ -30,7 +30,7 @@ bool PostedDocument::StockIn::locate(const Statement& lines, const SetMembers& s
 bool PostedDocument::StockIn::move(const Statement& lines) const {
   auto line = document_.open(lines, KeysetPessimistic);
   auto journal = document_.sibling("OmbrixInventory.StockMovement");
-  journal.set({{"AdoConnectionObject", Held::of(document_.AdoConnectionObject)},
+  journal.set({{"AdoConnectionObject", raw(document_.AdoConnectionObject)},
                {"CompanyPrefix", document_.CompanyPrefix()},
                {"BranchPrefix", document_.BranchPrefix()},
                {"DocumentPrefix", terms_.movement_series}});
@@ -64,7 +64,7 @@ bool PostedDocument::StockIn::cost(const Statement& lines) const {
   for (; !line.IsEOF(); line.MoveNext()) {
     const double quantity = base_quantity(line);
     const double amount = terms_.cost(line);
-    const std::string item_code = line("Item_Code").value().text_or_empty();
+    const std::string item_code = line("Item_Code").text_or_empty();
     cost_item(item_code, quantity, amount);
     price_of_vendor(item_code, quantity, amount);
   }
@@ -76,8 +76,8 @@ void PostedDocument::StockIn::cost_item(const std::string& item_code, double qua
   auto item =
       document_.open(sql({"Select * from Item_Master Where Item_Code=", text(item_code)}), Keyset);
   if (item.RecordCount() == 0 || !is_stocked(item("Item_Type"))) return;
-  const double stock_amount = item("Stock_Amount").value().to_number() + amount;
-  const double stock_in_hand = item("Stock_In_Hand").value().to_number() + quantity;
+  const double stock_amount = item("Stock_Amount").number() + amount;
+  const double stock_in_hand = item("Stock_In_Hand").number() + quantity;
   const double average = quotient(stock_amount, stock_in_hand);
   item("Stock_Amount") = stock_amount;
   item("Stock_In_Hand") = stock_in_hand;
@@ -86,7 +86,7 @@ void PostedDocument::StockIn::cost_item(const std::string& item_code, double qua
   item("Average_Cost") = average;
   item("Landed_Cost") = quotient(amount, quantity);
   if (terms_.ordered) {
-    item("Purchase_Order_Qty") = item("Purchase_Order_Qty").value().to_number() - quantity;
+    item("Purchase_Order_Qty") = item("Purchase_Order_Qty").number() - quantity;
     item("Last_Update") = document_.LastUpdate();
   }
   item.Update();
@@ -112,7 +112,7 @@ void PostedDocument::StockIn::price_of_vendor(const std::string& item_code, doub
 bool PostedDocument::StockIn::log(const Statement& lines) const {
   auto line = document_.open(lines, KeysetPessimistic);
   auto log = document_.sibling("OmbrixInventory.PurchaseLog");
-  log.set({{"AdoConnectionObject", Held::of(document_.AdoConnectionObject)},
+  log.set({{"AdoConnectionObject", raw(document_.AdoConnectionObject)},
            {"BranchPrefix", document_.BranchPrefix()},
            {"CompanyPrefix", document_.CompanyPrefix()},
            {"DocumentPrefix", terms_.log_series},

@@ -7,8 +7,8 @@
 
 #include "ombrix/purchase/posted_document.h"
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
+#include "database/statement.h"
+#include "frame/sibling.h"
 
 namespace ombrix::purchase {
 

@@ -2,9 +2,10 @@
 
 #include <vector>
 
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
-#include "frame/text.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 #include "vendor/vendor_columns.h"
 
@@ -12,7 +13,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 std::string AsFlagText::apply(const std::string& text) {
   return Value(Value(text).to_flag()).to_text();
@@ -115,7 +115,7 @@ std::string Vendor::Get_AP_Account_Name() {
   return trapped(Trap::plain, [&]() -> std::string {
     auto general = sibling("OmbrixSystem.General");
     if (ConnectionString().empty()) {
-      general.set("AdoConnectionObject", Held::of(AdoConnectionObject));
+      general.set("AdoConnectionObject", raw(AdoConnectionObject));
     } else {
       general.set("ADOConnectionString", ConnectionString());
     }

@@ -1,6 +1,6 @@
 #include "ombrix/purchase/vendor_ob.h"
 
-#include "frame/database/statement.h"
+#include "database/statement.h"
 #include "frame/trap.h"
 #include "vendor/vendor_ob_columns.h"
 
@@ -34,7 +34,7 @@ bool VendorOB::Create_OB() {
     auto currency = open(
         sql({"Select * from Currency_Master Where Currency_Code=", text(CurrencyCode())}), Keyset);
     if (currency.RecordCount() > 0) {
-      CurrencySymbol = currency("Currency_Symbol").value().to_text();
+      CurrencySymbol = currency("Currency_Symbol").text();
     }
     currency.Close();
     execute(sql({"Delete From Vendor_OB Where Vendor_Code=", text(VendorCode()),

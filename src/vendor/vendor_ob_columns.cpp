@@ -1,5 +1,7 @@
 #include "vendor/vendor_ob_columns.h"
 
+#include "base/raw.h"
+
 namespace ombrix::purchase {
 
 namespace {
@@ -31,7 +33,7 @@ struct DocumentToCells : Reading<DocumentToCells> {
     if (number.empty()) return;
     line.put(7, without_first(number, 7));
     line.put(8, number);
-    detail::Held::of(line.document.ProcessedFlag) = true;
+    raw(line.document.ProcessedFlag) = true;
   }
 };
 

@@ -2,7 +2,8 @@
 
 #include "ombrix/purchase/vendor_ob.h"
 
-#include "frame/database/statement.h"
+#include "base/raw.h"
+#include "database/statement.h"
 #include "frame/numbering.h"
 #include "frame/trap.h"
 #include "vendor/vendor_ob_columns.h"
@@ -11,7 +12,6 @@ namespace ombrix::purchase {
 
 using database::sql;
 using database::text;
-using detail::Held;
 
 /// What kind of document is made of a balance.
 struct VendorOB::Making {
@@ -57,8 +57,7 @@ bool VendorOB::read_accounts(Accounts& accounts) {
   preferences.set({{"ConnectionString", connection().ConnectionString()},
                    {"BranchPrefix", BranchPrefix()},
                    {"CompanyPrefix", CompanyPrefix()}});
-  if (!preferences.call("Get_Account_Preferences",
-                        {&Held::of(CompanyPrefix), &Held::of(BranchPrefix)})) {
+  if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
     return refused_by(preferences);
   }
   accounts.payable = preferences.get("APAccountNo").text_or_empty();
@@ -69,16 +68,16 @@ bool VendorOB::read_accounts(Accounts& accounts) {
 }
 
 void VendorOB::take(Recordset& line, OpeningBalance& balance) {
-  balance.ref_no = line("Ref_No").value().to_text();
-  balance.ref_date = line("Ref_Date").value().to_date();
-  balance.amount = line("Balance_Amount").value().to_number();
-  balance.fc_amount = line("Balance_FCAmount").value().to_number();
-  balance.exchange_rate = line("Exchange_Rate").value().to_number();
-  const std::string comments = line("OB_Comments").value().text_or_empty();
+  balance.ref_no = line("Ref_No").text();
+  balance.ref_date = line("Ref_Date").date();
+  balance.amount = line("Balance_Amount").number();
+  balance.fc_amount = line("Balance_FCAmount").number();
+  balance.exchange_rate = line("Exchange_Rate").number();
+  const std::string comments = line("OB_Comments").text_or_empty();
   balance.comments = comments.empty() ? balance.ref_no : balance.ref_no + " : " + comments;
-  ForeignCurrencyFlag = line("Foreign_Currency_Flag").value().to_flag();
-  Held::of(CurrencyCode) = line("Currency_Code").value().to_text();
-  Held::of(CurrencySymbol) = line("Currency_Symbol").value().to_text();
+  ForeignCurrencyFlag = line("Foreign_Currency_Flag").flag();
+  raw(CurrencyCode) = line("Currency_Code").text();
+  raw(CurrencySymbol) = line("Currency_Symbol").text();
 }
 
 bool VendorOB::make_document(const Making& making, OpeningBalance& balance) {
@@ -102,7 +101,7 @@ bool VendorOB::enter_payable(const Making& making, const OpeningBalance& balance
   const auto on = [](bool side, double amount) { return side ? amount : 0.0; };
   auto payable = sibling("OmbrixAccounts.AccountsPayable");
   payable.set({
-      {"AdoConnectionObject", Held::of(AdoConnectionObject)},
+      {"AdoConnectionObject", raw(AdoConnectionObject)},
       {"CompanyPrefix", CompanyPrefix()},
       {"BranchPrefix", BranchPrefix()},
       {"DocumentPrefix", DocumentPrefix()},

@@ -1,9 +1,11 @@
 #include "ombrix/purchase/vendor.h"
 
+#include "base/names.h"
+#include "base/raw.h"
+#include "base/text.h"
+#include "database/statement.h"
 #include "frame/cells.h"
-#include "frame/database/statement.h"
-#include "frame/hosting/sibling.h"
-#include "frame/text.h"
+#include "frame/sibling.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -13,7 +15,6 @@ using database::day;
 using database::name;
 using database::sql;
 using database::text;
-using detail::Held;
 
 namespace {
 
@@ -98,8 +99,7 @@ bool Vendor::Delete_Previous_OB(std::string& strType, std::string& strRefNo) {
     const std::string document(trim(strRefNo));
     {
       auto payable = sibling("OmbrixAccounts.AccountsPayable");
-      payable.set(
-          {{"AdoConnectionObject", Held::of(AdoConnectionObject)}, {"DocumentNo", document}});
+      payable.set({{"AdoConnectionObject", raw(AdoConnectionObject)}, {"DocumentNo", document}});
       if (!payable.call("APL_Delete")) return refused_by(payable);
     }
     execute(

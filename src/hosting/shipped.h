@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ombrix/components.h"
+
+#include "hosting/interface.h"
+
+namespace ombrix {
+
+/// What ships under a name: a business class of this library or a component that stands in for a
+/// sibling of the suite.
+class Shipped final : public ClassFactory {
+ public:
+  using Make = ObjectRef (*)(const Interface& interface);
+  enum class Role : bool { component, business_class };
+
+  Shipped(Role role, const Interface& interface, Make maker)
+      : role_(role), interface_(interface), make_(maker) {}
+
+  std::string_view name() const { return interface_.class_name(); }
+  /// The entry points enter and remove business classes; components can always be made.
+  Role role() const { return role_; }
+  ObjectRef make() const override { return make_(interface_); }
+
+ private:
+  Role role_;
+  const Interface& interface_;
+  Make make_;
+};
+
+/// The one list of everything that ships.
+std::span<const Shipped> shipped();
+
+/// Null for a name that does not ship.
+const Shipped* find_shipped(std::string_view name);
+/// An empty reference for a name that does not ship, and for a class that was removed.
+ObjectRef make_shipped(std::string_view name);
+std::vector<std::string> shipped_names();
+
+/// Whether the business classes can be made by name; they can from the start.
+void enter_classes(bool entered);
+
+/// Counts the living instances of business classes.
+class InstanceCount {
+ public:
+  InstanceCount();
+  ~InstanceCount();
+  InstanceCount(const InstanceCount&) = delete;
+  InstanceCount& operator=(const InstanceCount&) = delete;
+  static std::int64_t living();
+};
+
+}  // namespace ombrix
