@@ -16,28 +16,22 @@ constexpr Column<Cash> kKey[] = {
 
 /// A home amount, of the foreign one.
 template <auto P>
-struct AtRate : Written<AtRate<P>> {
-  static Value value(const Cash& purchase) {
-    return ThroughText<P>::value(purchase).to_number() * purchase.ExchangeRate();
-  }
-};
-struct DateOfCheque : Written<DateOfCheque> {
-  static Value value(const Cash& purchase) {
-    return purchase.Payment_Type() == "Cheque" ? Value(purchase.ChequeDate()) : Value(Null());
-  }
-};
-struct DateOrToday : Reading<DateOrToday> {
-  static void take(Cash& purchase, const Value& date) {
-    purchase.ChequeDate = date.is_null() ? Date::now().midnight() : date.to_date();
-  }
-};
+Written at_rate(Cash& purchase) {
+  return through_text<P>(purchase)->to_number() * purchase.ExchangeRate();
+}
+Written date_of_cheque(Cash& purchase) {
+  return purchase.Payment_Type() == "Cheque" ? Value(purchase.ChequeDate()) : Value(Null());
+}
+void date_or_today(Cash& purchase, const Value& date) {
+  purchase.ChequeDate = date.is_null() ? Date::now().midnight() : date.to_date();
+}
 /// Every save starts the document's life anew.
-struct Saved : Written<Saved> {
-  static Value value(const Cash&) { return "Saved"; }
-};
-struct Cleared : Written<Cleared> {
-  static Value value(const Cash&) { return false; }
-};
+Written saved(Cash&) {
+  return "Saved";
+}
+Written cleared(Cash&) {
+  return false;
+}
 
 constexpr Column<Cash> kRest[] = {
     {"Document_Prefix", always<&Cash::DocumentPrefix>, into<&Cash::DocumentPrefix>},
@@ -57,14 +51,14 @@ constexpr Column<Cash> kRest[] = {
     {"Currency_Symbol", trimmed<&Cash::CurrencySymbol>, into<&Cash::CurrencySymbol>},
     {"Cash_Pur_Inv_FC_Amount", through_text<&Cash::CashPurInvFCAmount>,
      into<&Cash::CashPurInvFCAmount>},
-    {"Cash_Pur_Inv_Amount", AtRate<&Cash::CashPurInvFCAmount>(), into<&Cash::CashPurInvAmount>},
-    {"Cash_Pur_Inv__SubTotal", AtRate<&Cash::CashPurInvFCSubTotal>(),
+    {"Cash_Pur_Inv_Amount", at_rate<&Cash::CashPurInvFCAmount>, into<&Cash::CashPurInvAmount>},
+    {"Cash_Pur_Inv__SubTotal", at_rate<&Cash::CashPurInvFCSubTotal>,
      into<&Cash::CashPurInvSubTotal>},
     {"Cash_Pur_Inv_FC_SubTotal", through_text<&Cash::CashPurInvFCSubTotal>,
      into<&Cash::CashPurInvFCSubTotal>},
     {"Cash_Pur_Inv_Disc_Percent", through_text<&Cash::CashPurInvDiscPercent>,
      into<&Cash::CashPurInvDiscPercent>},
-    {"Cash_Pur_Inv_Disc_Amount", AtRate<&Cash::CashPurInvFCDiscAmount>(),
+    {"Cash_Pur_Inv_Disc_Amount", at_rate<&Cash::CashPurInvFCDiscAmount>,
      into<&Cash::CashPurInvDiscAmount>},
     {"Cash_Pur_Inv_FC_Disc_Amount", through_text<&Cash::CashPurInvFCDiscAmount>,
      into<&Cash::CashPurInvFCDiscAmount>},
@@ -78,17 +72,17 @@ constexpr Column<Cash> kRest[] = {
     {"CreditCard_Name", always<&Cash::CreditCardName>, or_empty<&Cash::CreditCardName>},
     {"CreditCard_Code", always<&Cash::CreditCardCode>, or_empty<&Cash::CreditCardCode>},
     {"Cheque_Bank", always<&Cash::ChequeBank>, or_empty<&Cash::ChequeBank>},
-    {"Cheque_Date", DateOfCheque(), DateOrToday()},
+    {"Cheque_Date", date_of_cheque, date_or_today},
     {"Cheque_No", always<&Cash::ChequeNo>, or_empty<&Cash::ChequeNo>},
     {"Cheque_Bank_AccountNo", always<&Cash::Cheque_Bank_AccountNo>,
      or_empty<&Cash::Cheque_Bank_AccountNo>},
     {"ChequeToPay", always<&Cash::ChequeToPay>, or_empty<&Cash::ChequeToPay>},
-    {"fulfilled_Flag", Cleared(), into<&Cash::FulFilledFlag>},
-    {"Status", Saved()},
-    {"process_Flag", Cleared(), into<&Cash::ProcessFlag>},
-    {"Cancel_Flag", Cleared(), into<&Cash::CancelFlag>},
-    {"Allow_Cancel_Flag", Cleared(), into<&Cash::AllowCancelFlag>},
-    {"Year_End_Flag", Cleared(), into<&Cash::YearEndFlag>},
+    {"fulfilled_Flag", cleared, into<&Cash::FulFilledFlag>},
+    {"Status", saved},
+    {"process_Flag", cleared, into<&Cash::ProcessFlag>},
+    {"Cancel_Flag", cleared, into<&Cash::CancelFlag>},
+    {"Allow_Cancel_Flag", cleared, into<&Cash::AllowCancelFlag>},
+    {"Year_End_Flag", cleared, into<&Cash::YearEndFlag>},
     {"TaxCode", always<&Cash::TaxCode>, unless_null<&Cash::TaxCode>},
     {"TaxDescription", always<&Cash::TaxDescription>, unless_null<&Cash::TaxDescription>},
     {"CP_TaxRate", always<&Cash::TaxPercent>, unless_null<&Cash::TaxPercent>},
@@ -97,39 +91,30 @@ constexpr Column<Cash> kRest[] = {
 
 using Line = CashPurchaseLine;
 
-struct StoredCode : Written<StoredCode> {
-  static std::optional<Value> value(const Line& line) {
-    if (line.trimmed(1).empty()) return std::nullopt;
-    const Cash& purchase = line.document;
-    const bool costing = purchase.Purchase_Type() == "Costing Expense";
-    return Value(purchase.CompanyPrefix() + (costing ? purchase.BranchPrefix() : "") +
-                 line.text(1));
-  }
-};
+Written stored_code(Line& line) {
+  if (line.trimmed(1).empty()) return std::nullopt;
+  const Cash& purchase = line.document;
+  const bool costing = purchase.Purchase_Type() == "Costing Expense";
+  return Value(purchase.CompanyPrefix() + (costing ? purchase.BranchPrefix() : "") + line.text(1));
+}
 /// Home price before the discount on one unit.
-struct UnitPrice : Written<UnitPrice> {
-  static Value value(const Line& line) {
-    return quotient(line.number(13), line.number(7)) + line.number(11);
-  }
-};
-struct AmountAtRate : Written<AmountAtRate> {
-  static Value value(const Line& line) {
-    return CellNumberThroughText<14>::value(line).to_number() * line.document.ExchangeRate();
-  }
-};
+Written unit_price(Line& line) {
+  return quotient(line.number(13), line.number(7)) + line.number(11);
+}
+Written amount_at_rate(Line& line) {
+  return cell_number_through_text<14>(line)->to_number() * line.document.ExchangeRate();
+}
 /// Cell `kCell` trimmed, while `kTests` are not blank; else the column is left alone.
 template <std::int32_t kCell, std::int32_t... kTests>
-struct CellIf : Written<CellIf<kCell, kTests...>> {
-  static std::optional<Value> value(const Line& line) {
-    if ((line.trimmed(kTests).empty() || ...)) return std::nullopt;
-    return Value(line.trimmed(kCell));
-  }
-};
+Written cell_if(Line& line) {
+  if ((line.trimmed(kTests).empty() || ...)) return std::nullopt;
+  return Value(line.trimmed(kCell));
+}
 
 constexpr Column<Line> kLine[] = {
     {"Cash_Pur_Inv_No", of_document<&Cash::CashPurInvNo>},
     {"SL_No", serial},
-    {"Item_Code", StoredCode()},
+    {"Item_Code", stored_code},
     {"Vendor_Item_Code", cell_text_unless_blank<2>},
     {"Item_Name", cell_text_unless_blank<3>},
     {"Unit_Code", cell_head<4>},
@@ -138,16 +123,16 @@ constexpr Column<Line> kLine[] = {
     {"FOC_Flag", cell_number<21>},
     {"Unit_Qty", cell_head<6>},
     {"Cash_Pur_Inv_Qty", cell_head<7>},
-    {"Cash_Pur_Inv_Unit_Price", UnitPrice()},
+    {"Cash_Pur_Inv_Unit_Price", unit_price},
     {"Cash_Pur_Inv_Item_Disc_Percent", cell_head<10>},
     {"Cash_Pur_Inv_Item_Disc_Amount", cell_head<11>},
     {"Cash_Pur_Inv_Item_FC_Disc_Amount", cell_head<12>},
-    {"Cash_Pur_Inv_Item_Amount", AmountAtRate()},
+    {"Cash_Pur_Inv_Item_Amount", amount_at_rate},
     {"Cash_Pur_Inv_FC_Item_Amount", cell_number_through_text<14>},
-    {"Proj_No", CellIf<18, 18, 19>()},
+    {"Proj_No", cell_if<18, 18, 19>},
     {"Account_No", cell_trimmed<17>},
-    {"Location_Name", CellIf<16, 20>()},
-    {"location_ID", CellIf<20, 20>()},
+    {"Location_Name", cell_if<16, 20>},
+    {"location_ID", cell_if<20, 20>},
     {"Cash_Pur_Inv_Overall_FC_Disc_Amount", figure<&Line::overall_fc_discount>},
     {"Cash_Pur_Inv_Overall_Disc_Amount", figure<&Line::overall_discount>},
     {"TaxType", cell_trimmed<23>},

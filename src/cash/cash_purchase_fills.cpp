@@ -23,9 +23,6 @@ void shown_project(FilledLine& line, std::int32_t cell, std::string_view field) 
   const Value project = line.field(field);
   if (!project.is_null()) line.put(cell, without_first(project.to_text(), 7));
 }
-void tax_mark(FilledLine& line, std::int32_t cell, std::string_view field) {
-  line.put(cell, line.field(field).text_or_empty() == "Taxable" ? "1" : "0");
-}
 
 constexpr Fill<FilledLine> kCells[] = {
     {1, "Item_Code", shown_code},
@@ -49,7 +46,7 @@ constexpr Fill<FilledLine> kCells[] = {
     {19, "Proj_No", shown_project},
     {20, "location_ID", unless_null},
     {21, "FOC_Flag", marked_flag},
-    {22, "TaxType", tax_mark},
+    {22, "TaxType", taxable},
 };
 
 }  // namespace

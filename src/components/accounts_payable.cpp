@@ -15,11 +15,9 @@ namespace {
 using namespace rule;
 using AP = AccountsPayable;
 
-struct ReferenceDate : Written<ReferenceDate> {
-  static Value value(const AP& entry) {
-    return entry.RefDate().is_zero() ? Value(Null{}) : Value(entry.RefDate());
-  }
-};
+Written reference_date(AP& entry) {
+  return entry.RefDate().is_zero() ? Value(Null{}) : Value(entry.RefDate());
+}
 
 constexpr Column<AP> kEntry[] = {
     {"Company_Prefix", always<&AP::CompanyPrefix>},
@@ -40,7 +38,7 @@ constexpr Column<AP> kEntry[] = {
     {"Currency_Symbol", always<&AP::CurrencySymbol>},
     {"Last_Update", always<&AP::LastUpdate>},
     {"Ref_No", null_if_empty<&AP::Refno>},
-    {"Ref_Date", ReferenceDate()},
+    {"Ref_Date", reference_date},
 };
 
 double amount(Recordset& entries, std::string_view column) {

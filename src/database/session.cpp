@@ -5,6 +5,7 @@
 #include "ombrix/failure.h"
 
 #include "base/names.h"
+#include "base/text.h"
 #include "database/instruments.h"
 #include "database/select_text.h"
 

@@ -28,188 +28,87 @@ inline std::shared_ptr<Grid> given(const std::shared_ptr<Grid>& grid) {
   return grid;
 }
 
-/// The rules by which a grid cell goes to a column and back.
+/// The rules by which a grid cell goes to a column.
 namespace rule {
 
-template <std::int32_t kCell>
-struct CellText : Written<CellText<kCell>> {
-  static Value value(const auto& line) { return line.text(kCell); }
-};
-template <std::int32_t kCell>
-struct CellNumber : Written<CellNumber<kCell>> {
-  static Value value(const auto& line) { return line.number(kCell); }
-};
+template <std::int32_t kCell, class Line>
+Written cell_text(Line& line) {
+  return line.text(kCell);
+}
+template <std::int32_t kCell, class Line>
+Written cell_number(Line& line) {
+  return line.number(kCell);
+}
 /// The number at the head of the cell.
-template <std::int32_t kCell>
-struct CellHead : Written<CellHead<kCell>> {
-  static Value value(const auto& line) { return head_number(line.text(kCell)); }
-};
-template <std::int32_t kCell>
-struct CellTrimmed : Written<CellTrimmed<kCell>> {
-  static Value value(const auto& line) { return line.trimmed(kCell); }
-};
+template <std::int32_t kCell, class Line>
+Written cell_head(Line& line) {
+  return head_number(line.text(kCell));
+}
+template <std::int32_t kCell, class Line>
+Written cell_trimmed(Line& line) {
+  return line.trimmed(kCell);
+}
 /// A cell of a unit's name, or of the name and a period type with a "-" between: the name.
-template <std::int32_t kCell>
-struct CellUnitName : Written<CellUnitName<kCell>> {
-  static Value value(const auto& line) {
-    const std::string cell = line.text(kCell);
-    return cell.substr(0, cell.find('-'));
-  }
-};
+template <std::int32_t kCell, class Line>
+Written cell_unit_name(Line& line) {
+  const std::string cell = line.text(kCell);
+  return cell.substr(0, cell.find('-'));
+}
 /// The period type of such a cell; without one the column is left alone.
-template <std::int32_t kCell>
-struct CellPeriodType : Written<CellPeriodType<kCell>> {
-  static std::optional<Value> value(const auto& line) {
-    const std::string cell = line.text(kCell);
-    const auto dash = cell.find('-');
-    if (dash == std::string::npos) return std::nullopt;
-    return Value(cell.substr(dash + 1));
-  }
-};
+template <std::int32_t kCell, class Line>
+Written cell_period_type(Line& line) {
+  const std::string cell = line.text(kCell);
+  const auto dash = cell.find('-');
+  if (dash == std::string::npos) return std::nullopt;
+  return Value(cell.substr(dash + 1));
+}
 /// An item code as it is stored, behind the company prefix; a blank cell leaves the column alone.
-template <std::int32_t kCell>
-struct CellItemCode : Written<CellItemCode<kCell>> {
-  static std::optional<Value> value(const auto& line) {
-    const std::string code = line.trimmed(kCell);
-    if (code.empty()) return std::nullopt;
-    return Value(line.document.CompanyPrefix() + code);
-  }
-};
-struct Serial : Written<Serial> {
-  static Value value(const auto& line) { return line.serial; }
-};
+template <std::int32_t kCell, class Line>
+Written cell_item_code(Line& line) {
+  const std::string code = line.trimmed(kCell);
+  if (code.empty()) return std::nullopt;
+  return Value(line.document.CompanyPrefix() + code);
+}
+template <class Line>
+Written serial(Line& line) {
+  return line.serial;
+}
 /// A property of the line's document.
-template <auto P>
-struct OfDocument : Written<OfDocument<P>> {
-  static Value value(const auto& line) { return raw(line.document.*P); }
-};
+template <auto P, class Line>
+Written of_document(Line& line) {
+  return raw(line.document.*P);
+}
 /// A figure that was worked out for the line; none leaves the column alone.
-template <auto P>
-struct Figure : Written<Figure<P>> {
-  static std::optional<Value> value(const auto& line) {
-    const auto& figure = line.*P;
-    if constexpr (requires { figure.has_value(); }) {
-      if (!figure.has_value()) return std::nullopt;
-      return Value(*figure);
-    } else {
-      return Value(figure);
-    }
-  }
-};
+template <auto P, class Line>
+Written figure(Line& line) {
+  return line.*P;
+}
 /// Trimmed; a blank cell leaves the column alone.
-template <std::int32_t kCell>
-struct CellUnlessBlank : Written<CellUnlessBlank<kCell>> {
-  static std::optional<Value> value(const auto& line) {
-    std::string text = line.trimmed(kCell);
-    if (text.empty()) return std::nullopt;
-    return Value(std::move(text));
-  }
-};
+template <std::int32_t kCell, class Line>
+Written cell_unless_blank(Line& line) {
+  std::string text = line.trimmed(kCell);
+  if (text.empty()) return std::nullopt;
+  return Value(std::move(text));
+}
 /// As it is; a blank cell leaves the column alone.
-template <std::int32_t kCell>
-struct CellTextUnlessBlank : Written<CellTextUnlessBlank<kCell>> {
-  static std::optional<Value> value(const auto& line) {
-    std::string text = line.text(kCell);
-    if (trim(text).empty()) return std::nullopt;
-    return Value(std::move(text));
-  }
-};
+template <std::int32_t kCell, class Line>
+Written cell_text_unless_blank(Line& line) {
+  std::string text = line.text(kCell);
+  if (trim(text).empty()) return std::nullopt;
+  return Value(std::move(text));
+}
 /// The date that the cell tells; a blank cell leaves the column alone, any other text raises.
-template <std::int32_t kCell>
-struct CellDayUnlessBlank : Written<CellDayUnlessBlank<kCell>> {
-  static std::optional<Value> value(const auto& line) {
-    const std::string text = line.text(kCell);
-    if (trim(text).empty()) return std::nullopt;
-    return Value(Value(text).to_date());
-  }
-};
+template <std::int32_t kCell, class Line>
+Written cell_day_unless_blank(Line& line) {
+  const std::string text = line.text(kCell);
+  if (trim(text).empty()) return std::nullopt;
+  return Value(Value(text).to_date());
+}
 /// To the 15 digits of its text form.
-template <std::int32_t kCell>
-struct CellNumberThroughText : Written<CellNumberThroughText<kCell>> {
-  static Value value(const auto& line) { return head_number(general_text(line.number(kCell))); }
-};
-
-/// As text into one cell or several; a Null raises.
-template <std::int32_t... kCells>
-struct ToCells : Reading<ToCells<kCells...>> {
-  static void take(auto& line, const Value& value) {
-    const std::string text = value.to_text();
-    (line.put(kCells, text), ...);
-  }
-};
-template <std::int32_t kCell>
-struct ToCellUnlessNull : Reading<ToCellUnlessNull<kCell>> {
-  static void take(auto& line, const Value& value) {
-    if (!value.is_null()) line.put(kCell, value.to_text());
-  }
-};
-/// A Null empties the cell.
-template <std::int32_t kCell>
-struct ToCellOrEmpty : Reading<ToCellOrEmpty<kCell>> {
-  static void take(auto& line, const Value& value) { line.put(kCell, value.text_or_empty()); }
-};
-template <std::int32_t kCell>
-struct ToCellUnlessEmpty : Reading<ToCellUnlessEmpty<kCell>> {
-  static void take(auto& line, const Value& value) {
-    const std::string text = value.text_or_empty();
-    if (!text.empty()) line.put(kCell, text);
-  }
-};
-/// Without the prefix of its first characters.
-template <std::int32_t kCell, std::size_t kPrefix>
-struct ToCellLessPrefix : Reading<ToCellLessPrefix<kCell, kPrefix>> {
-  static void take(auto& line, const Value& value) {
-    const std::string text = value.text_or_empty();
-    if (!text.empty()) line.put(kCell, without_first(text, kPrefix));
-  }
-};
-/// The number at the head of the stored text, as text again; a Null raises.
-template <std::int32_t kCell>
-struct ToCellHead : Reading<ToCellHead<kCell>> {
-  static void take(auto& line, const Value& value) {
-    line.put(kCell, general_text(head_of(value)));
-  }
-};
-
-template <std::int32_t kCell>
-inline constexpr CellText<kCell> cell_text{};
-template <std::int32_t kCell>
-inline constexpr CellNumber<kCell> cell_number{};
-template <std::int32_t kCell>
-inline constexpr CellHead<kCell> cell_head{};
-template <std::int32_t kCell>
-inline constexpr CellTrimmed<kCell> cell_trimmed{};
-template <std::int32_t kCell>
-inline constexpr CellUnitName<kCell> cell_unit_name{};
-template <std::int32_t kCell>
-inline constexpr CellPeriodType<kCell> cell_period_type{};
-template <std::int32_t kCell>
-inline constexpr CellUnlessBlank<kCell> cell_unless_blank{};
-template <std::int32_t kCell>
-inline constexpr CellTextUnlessBlank<kCell> cell_text_unless_blank{};
-template <std::int32_t kCell>
-inline constexpr CellDayUnlessBlank<kCell> cell_day_unless_blank{};
-template <std::int32_t kCell>
-inline constexpr CellNumberThroughText<kCell> cell_number_through_text{};
-template <std::int32_t kCell>
-inline constexpr CellItemCode<kCell> cell_item_code{};
-inline constexpr Serial serial{};
-template <auto P>
-inline constexpr OfDocument<P> of_document{};
-template <auto P>
-inline constexpr Figure<P> figure{};
-template <std::int32_t... kCells>
-inline constexpr ToCells<kCells...> to_cells{};
-template <std::int32_t kCell>
-inline constexpr ToCellUnlessNull<kCell> to_cell_unless_null{};
-template <std::int32_t kCell>
-inline constexpr ToCellOrEmpty<kCell> to_cell_or_empty{};
-template <std::int32_t kCell>
-inline constexpr ToCellUnlessEmpty<kCell> to_cell_unless_empty{};
-template <std::int32_t kCell, std::size_t kPrefix>
-inline constexpr ToCellLessPrefix<kCell, kPrefix> to_cell_less_prefix{};
-template <std::int32_t kCell>
-inline constexpr ToCellHead<kCell> to_cell_head{};
+template <std::int32_t kCell, class Line>
+Written cell_number_through_text(Line& line) {
+  return head_number(general_text(line.number(kCell)));
+}
 
 }  // namespace rule
 

@@ -64,6 +64,21 @@ void unless_empty(Line& line, std::int32_t cell, std::string_view field) {
   const std::string text = line.field(field).text_or_empty();
   if (!text.empty()) line.put(cell, text);
 }
+/// A Null empties the cell.
+template <class Line>
+void or_empty(Line& line, std::int32_t cell, std::string_view field) {
+  line.put(cell, line.field(field).text_or_empty());
+}
+/// The number at the head of the field's text, as text again; a Null raises.
+template <class Line>
+void head(Line& line, std::int32_t cell, std::string_view field) {
+  line.put_number(cell, head_of(line.field(field)));
+}
+/// 1 for a line that bears tax, else 0.
+template <class Line>
+void taxable(Line& line, std::int32_t cell, std::string_view field) {
+  line.put(cell, line.field(field).text_or_empty() == "Taxable" ? "1" : "0");
+}
 /// Without its first characters, the prefix; an empty text and a Null leave the cell.
 template <std::size_t kPrefix, class Line>
 void less_prefix(Line& line, std::int32_t cell, std::string_view field) {

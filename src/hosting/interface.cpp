@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "base/text.h"
+#include "base/names.h"
 
 namespace ombrix {
 
@@ -16,9 +16,9 @@ std::vector<MemberInfo> Interface::infos() const {
 }
 
 const Member* Interface::find(std::string_view name) const {
-  for (std::size_t slot = hash(name); slots_[slot] != 0; slot = (slot + 1) % kSlots) {
+  for (std::size_t slot = slot_of(name); slots_[slot] != 0; slot = (slot + 1) % kSlots) {
     const Member& member = members_[slots_[slot] - 1U];
-    if (member.name == name || same(member.name, name)) return &member;
+    if (member.name == name || same_name(member.name, name)) return &member;
   }
   return nullptr;
 }

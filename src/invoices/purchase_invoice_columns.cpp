@@ -15,16 +15,12 @@ constexpr Column<Invoice> kKey[] = {
     {"Branch_Prefix", always<&Invoice::BranchPrefix>, into<&Invoice::BranchPrefix>},
 };
 
-struct OrderDate : Written<OrderDate> {
-  static Value value(const Invoice& invoice) {
-    return invoice.PONo().empty() ? Value(Null()) : Value(invoice.PODate());
-  }
-};
-struct ReceiptsIfNull : Reading<ReceiptsIfNull> {
-  static void take(Invoice& invoice, const Value& type) {
-    invoice.InvoiceType = type.is_null() ? "GRN" : type.to_text();
-  }
-};
+Written order_date(Invoice& invoice) {
+  return invoice.PONo().empty() ? Value(Null()) : Value(invoice.PODate());
+}
+void receipts_if_null(Invoice& invoice, const Value& type) {
+  invoice.InvoiceType = type.is_null() ? "GRN" : type.to_text();
+}
 
 constexpr Column<Invoice> kMaster[] = {
     {"Document_Prefix", always<&Invoice::DocumentPrefix>, into<&Invoice::DocumentPrefix>},
@@ -68,62 +64,50 @@ constexpr Column<Invoice> kMaster[] = {
     {"Balance_Amount", always<&Invoice::PurchaseInvAmount>, head<&Invoice::BalanceAmount>},
     {"Balance_FCAmount", always<&Invoice::PurchaseInvFCAmount>, head<&Invoice::BalanceFCAmount>},
     {"Exchange_Rate", rate_or_one},
-    {"Invoice_Type", always<&Invoice::InvoiceType>, ReceiptsIfNull()},
+    {"Invoice_Type", always<&Invoice::InvoiceType>, receipts_if_null},
     {"PO_No", null_if_empty<&Invoice::PONo>, unless_empty<&Invoice::PONo>},
-    {"PO_Date", OrderDate()},
+    {"PO_Date", order_date},
     {"Purchase_Type", always<&Invoice::Purchase_Type>, item_if_empty<&Invoice::Purchase_Type>},
     {"Last_Update", always<&Invoice::LastUpdate>},
 };
 
 /// An order that is billed itself stands whole in cell 2, that of a receipt in cell 28.
-struct OrderNumber : Written<OrderNumber> {
-  static std::optional<Value> value(const InvoiceLine& line) {
-    const std::string& source = line.document.RefInvoiceType();
-    const std::string number = line.text(source == "LPO" || source == "OPO" ? 2 : 28);
-    if (trim(number).empty()) return std::nullopt;
-    return Value(number);
-  }
-};
+Written order_number(InvoiceLine& line) {
+  const std::string& source = line.document.RefInvoiceType();
+  const std::string number = line.text(source == "LPO" || source == "OPO" ? 2 : 28);
+  if (trim(number).empty()) return std::nullopt;
+  return Value(number);
+}
 /// Cell `kSecond` where cell `kFirst` is 0.
 template <std::int32_t kFirst, std::int32_t kSecond>
-struct CellNumberOr : Written<CellNumberOr<kFirst, kSecond>> {
-  static Value value(const InvoiceLine& line) {
-    const double first = line.number(kFirst);
-    return first != 0 ? first : line.number(kSecond);
-  }
-};
-struct TaxClass : Written<TaxClass> {
-  static Value value(const InvoiceLine& line) {
-    return line.number(35) != 0 ? "Taxable" : "Exempted";
-  }
-};
+Written cell_number_or(InvoiceLine& line) {
+  const double first = line.number(kFirst);
+  return first != 0 ? first : line.number(kSecond);
+}
+Written tax_class(InvoiceLine& line) {
+  return line.number(35) != 0 ? "Taxable" : "Exempted";
+}
 /// The columns that name a receipt line; an order that is billed itself has none.
-template <class Rule>
-struct OfReceipt : Written<OfReceipt<Rule>> {
-  static std::optional<Value> value(const InvoiceLine& line) {
-    if (line.document.InvoiceType() != "GRN") return std::nullopt;
-    return Rule::value(line);
-  }
-};
-struct ReceiptDate {
-  static Value value(const InvoiceLine& line) {
-    const std::string date = line.text(23);
-    return date.empty() ? Value(Null()) : Value(Value(date).to_date());
-  }
-};
-struct ReceiptKind {
-  static Value value(const InvoiceLine& line) {
-    const std::string kind = line.text(29);
-    return kind.empty() ? Value(Null()) : Value(kind);
-  }
-};
+template <Written (*rule)(InvoiceLine&)>
+Written of_receipt(InvoiceLine& line) {
+  if (line.document.InvoiceType() != "GRN") return std::nullopt;
+  return rule(line);
+}
+Written receipt_date(InvoiceLine& line) {
+  const std::string date = line.text(23);
+  return date.empty() ? Value(Null()) : Value(Value(date).to_date());
+}
+Written receipt_kind(InvoiceLine& line) {
+  const std::string kind = line.text(29);
+  return kind.empty() ? Value(Null()) : Value(kind);
+}
 
 constexpr Column<InvoiceLine> kDetail[] = {
     {"Purchase_Inv_No", of_document<&Invoice::PurchaseInvNo>},
     {"Vendor_Code", of_document<&Invoice::VendorCode>},
     {"Vendor_name", of_document<&Invoice::VendorName>},
     {"SL_No", serial},
-    {"Order_No", OrderNumber()},
+    {"Order_No", order_number},
     {"Order_Date", cell_day_unless_blank<3>},
     {"Vendor_Ref_Document_No", cell_unless_blank<4>},
     {"Vendor_Ref_Document_Date", cell_day_unless_blank<5>},
@@ -140,16 +124,16 @@ constexpr Column<InvoiceLine> kDetail[] = {
     {"Purchase_Inv_Unit_Price", cell_number<24>},
     {"Purchase_Inv_Item_Disc_Amount", cell_number<18>},
     {"Purchase_Inv_Item_FC_Disc_Amount", cell_number<15>},
-    {"Purchase_Inv_Item_Amount", CellNumberOr<32, 16>()},
-    {"Purchase_Inv_FC_Item_Amount", CellNumberOr<34, 17>()},
+    {"Purchase_Inv_Item_Amount", cell_number_or<32, 16>},
+    {"Purchase_Inv_FC_Item_Amount", cell_number_or<34, 17>},
     {"PO_Disc_Amount", cell_number<31>},
     {"PO_FC_Disc_Amount", cell_number<33>},
-    {"TaxType", TaxClass()},
+    {"TaxType", tax_class},
     {"Proj_No", cell_trimmed<19>},
-    {"GRN_SL_NO", OfReceipt<CellHead<20>>()},
-    {"GRN_No", OfReceipt<CellTrimmed<22>>()},
-    {"GRN_Date", OfReceipt<ReceiptDate>()},
-    {"GRN_Flag", OfReceipt<ReceiptKind>()},
+    {"GRN_SL_NO", of_receipt<cell_head<20>>},
+    {"GRN_No", of_receipt<cell_trimmed<22>>},
+    {"GRN_Date", of_receipt<receipt_date>},
+    {"GRN_Flag", of_receipt<receipt_kind>},
     {"Purchase_Inv_Overall_FC_Disc_Amount", figure<&InvoiceLine::overall_fc_discount>},
     {"Purchase_Inv_Overall_Disc_Amount", figure<&InvoiceLine::overall_discount>},
     {"GRN_Item_Amount", cell_number<25>},

@@ -114,8 +114,8 @@ bool LPO::Get_LPO_Detail() {
     Grid& grid = *held;
     if (ProcessedFlag() || grid.Rows() < count) grid.Rows(count + 2);
     for (std::int32_t row = 1; row <= count; ++row) {
-      LPOLine line{{grid, row}, *this};
-      read_columns(lpo_detail_columns(), line, detail);
+      FilledLine line{{grid, row}, detail};
+      fill_cells(lpo_cells(), line);
       detail.MoveNext();
     }
     return true;

@@ -44,90 +44,81 @@ constexpr Column<LPO> kMaster[] = {
 };
 
 /// Cell 4 is the unit's name, or the name and a period type with a "-" between.
-struct UnitName : Written<UnitName> {
-  static std::optional<Value> value(const LPOLine& line) {
-    const std::string cell = line.text(4);
-    if (trim(cell).empty()) return std::nullopt;
-    return Value(cell.substr(0, cell.find('-')));
-  }
-};
-struct UnitQuantity : Written<UnitQuantity> {
-  static Value value(const LPOLine& line) {
-    const double quantity = line.number(6);
-    return quantity == 0 ? Value(1) : Value(quantity);
-  }
-};
-struct Taxable : Written<Taxable> {
-  static Value value(const LPOLine& line) {
-    const std::string mark = line.text(20);
-    return mark == "True" || mark == "1" ? "Taxable" : "Exempted";
-  }
-};
-struct UnitNameToCell : Reading<UnitNameToCell> {
-  static void take(LPOLine& line, const Value& name) {
-    line.unit_name = name.text_or_empty();
-    if (!line.unit_name.empty()) line.put(4, line.unit_name);
-  }
-};
-struct PeriodTypeToCell : Reading<PeriodTypeToCell> {
-  static void take(LPOLine& line, const Value& period) {
-    const std::string text = period.text_or_empty();
-    if (!line.unit_name.empty() && !text.empty()) line.put(4, line.unit_name + "-" + text);
-  }
-};
-constexpr std::int32_t kBold = 13;
-struct FreeOfCharge : Reading<FreeOfCharge> {
-  static void take(LPOLine& line, const Value& flag) {
-    const bool free = !flag.is_null() && flag.to_number() != 0;
-    line.put(18, free ? "1" : "0");
-    line.grid.Cell(kBold, line.row, 0, line.row, 18, flag);
-  }
-};
-struct Account : Reading<Account> {
-  static void take(LPOLine& line, const Value& account) {
-    const std::string text = account.to_text();
-    line.put(15, text);
-    line.put(13, without_first(text, 6));
-  }
-};
-struct Project : Reading<Project> {
-  static void take(LPOLine& line, const Value& project) {
-    const std::string text = project.text_or_empty();
-    if (text.empty()) return;
-    line.put(16, text);
-    line.put(14, without_first(text, 7));
-  }
-};
-struct TaxableMark : Reading<TaxableMark> {
-  static void take(LPOLine& line, const Value& type) {
-    line.put(20, type.text_or_empty() == "Taxable" ? "1" : "0");
-  }
-};
-
+Written unit_name(LPOLine& line) {
+  const std::string cell = line.text(4);
+  if (trim(cell).empty()) return std::nullopt;
+  return Value(cell.substr(0, cell.find('-')));
+}
+Written unit_quantity(LPOLine& line) {
+  const double quantity = line.number(6);
+  return quantity == 0 ? Value(1) : Value(quantity);
+}
+Written taxable(LPOLine& line) {
+  const std::string mark = line.text(20);
+  return mark == "True" || mark == "1" ? "Taxable" : "Exempted";
+}
 constexpr Column<LPOLine> kDetail[] = {
     {"LPO_No", of_document<&LPO::LPONo>},
     {"SL_No", serial},
-    {"Item_Code", cell_item_code<1>, to_cell_less_prefix<1, 2>},
-    {"Vendor_Item_Code", cell_unless_blank<2>, to_cell_unless_empty<2>},
-    {"Item_Name", cell_unless_blank<3>, to_cell_unless_empty<3>},
-    {"Unit_Name", UnitName(), UnitNameToCell()},
-    {"Period_Type", cell_period_type<4>, PeriodTypeToCell()},
-    {"FOC_Flag", cell_number<18>, FreeOfCharge()},
-    {"Unit_Code", cell_unless_blank<5>, to_cell_unless_empty<5>},
-    {"Unit_Qty", UnitQuantity(), to_cell_head<6>},
-    {"LPO_Qty", cell_number<7>, to_cell_head<7>},
-    {"LPO_Unit_Price", cell_number<8>, to_cell_head<8>},
-    {"LPO_Item_Discount_Percent", cell_number<9>, to_cell_head<9>},
-    {"LPO_Item_Discount_amount", cell_number<10>, to_cell_head<10>},
-    {"LPO_Item_Amount", cell_number<12>, to_cell_head<11>},
+    {"Item_Code", cell_item_code<1>},
+    {"Vendor_Item_Code", cell_unless_blank<2>},
+    {"Item_Name", cell_unless_blank<3>},
+    {"Unit_Name", unit_name},
+    {"Period_Type", cell_period_type<4>},
+    {"FOC_Flag", cell_number<18>},
+    {"Unit_Code", cell_unless_blank<5>},
+    {"Unit_Qty", unit_quantity},
+    {"LPO_Qty", cell_number<7>},
+    {"LPO_Unit_Price", cell_number<8>},
+    {"LPO_Item_Discount_Percent", cell_number<9>},
+    {"LPO_Item_Discount_amount", cell_number<10>},
+    {"LPO_Item_Amount", cell_number<12>},
     {"LPO_FCItem_Discount_Amount", cell_number<10>},
     {"LPO_FCItem_Amount", cell_number<12>},
-    {"Account_No", cell_text<15>, Account()},
-    {"Proj_No", cell_unless_blank<16>, Project()},
+    {"Account_No", cell_text<15>},
+    {"Proj_No", cell_unless_blank<16>},
     {"LPO_Overall_FC_Disc", figure<&LPOLine::overall_fc_discount>},
     {"LPO_Overall_Disc", figure<&LPOLine::overall_discount>},
-    {"TaxType", Taxable(), TaxableMark()},
+    {"TaxType", taxable},
     {"Last_Update", of_document<&LPO::LastUpdate>},
+};
+
+void free_of_charge(FilledLine& line, std::int32_t cell, std::string_view field) {
+  constexpr std::int32_t kBold = 13;
+  const Value flag = line.field(field);
+  line.put(cell, !flag.is_null() && flag.to_number() != 0 ? "1" : "0");
+  line.grid.Cell(kBold, line.row, 0, line.row, cell, flag);
+}
+/// Shown without company, branch and "GL" in cell 13.
+void account(FilledLine& line, std::int32_t cell, std::string_view field) {
+  const std::string text = line.field(field).to_text();
+  line.put(cell, text);
+  line.put(13, without_first(text, 6));
+}
+/// Shown without company, branch and "PRJ" in cell 14.
+void project(FilledLine& line, std::int32_t cell, std::string_view field) {
+  const std::string text = line.field(field).text_or_empty();
+  if (text.empty()) return;
+  line.put(cell, text);
+  line.put(14, without_first(text, 7));
+}
+
+constexpr Fill<FilledLine> kCells[] = {
+    {1, "Item_Code", fill::less_prefix<2>},
+    {2, "Vendor_Item_Code", fill::unless_empty},
+    {3, "Item_Name", fill::unless_empty},
+    {4, "Unit_Name", fill::named_unit},
+    {18, "FOC_Flag", free_of_charge},
+    {5, "Unit_Code", fill::unless_empty},
+    {6, "Unit_Qty", fill::head},
+    {7, "LPO_Qty", fill::head},
+    {8, "LPO_Unit_Price", fill::head},
+    {9, "LPO_Item_Discount_Percent", fill::head},
+    {10, "LPO_Item_Discount_amount", fill::head},
+    {11, "LPO_Item_Amount", fill::head},
+    {15, "Account_No", account},
+    {16, "Proj_No", project},
+    {20, "TaxType", fill::taxable},
 };
 
 }  // namespace
@@ -140,6 +131,9 @@ std::span<const Column<LPO>> lpo_master_columns() {
 }
 std::span<const Column<LPOLine>> lpo_detail_columns() {
   return kDetail;
+}
+std::span<const Fill<FilledLine>> lpo_cells() {
+  return kCells;
 }
 
 }  // namespace ombrix::purchase

@@ -6,26 +6,20 @@ using namespace rule;
 
 namespace {
 
-struct Total : Written<Total> {
-  static Value value(const GRN& receipt) {
-    return receipt.GRNSubTotal() - receipt.GRNDiscountAmount();
-  }
-};
-struct FCTotal : Written<FCTotal> {
-  static Value value(const GRN& receipt) {
-    return receipt.GRNFCSubTotal() - receipt.GRNFCDiscountAmount();
-  }
-};
+Written total(GRN& receipt) {
+  return receipt.GRNSubTotal() - receipt.GRNDiscountAmount();
+}
+Written fc_total(GRN& receipt) {
+  return receipt.GRNFCSubTotal() - receipt.GRNFCDiscountAmount();
+}
 
-struct TrimmedSymbol : Reading<TrimmedSymbol> {
-  static void take(GRN& receipt, const Value& symbol) { receipt.CurrencySymbol = symbol.to_text(); }
-};
+void trimmed_symbol(GRN& receipt, const Value& symbol) {
+  receipt.CurrencySymbol = symbol.to_text();
+}
 
-struct TaxRate : Written<TaxRate> {
-  static Value value(const GRNLine& line) {
-    return line.trimmed(24) == "Taxable" ? head_number(line.text(25)) : 0.0;
-  }
-};
+Written tax_rate(GRNLine& line) {
+  return line.trimmed(24) == "Taxable" ? head_number(line.text(25)) : 0.0;
+}
 
 constexpr Column<GRN> kKey[] = {
     {"GRN_No", always<&GRN::GRNNo>},
@@ -67,7 +61,7 @@ constexpr Column<GRNLine> kLineAmounts[] = {
     {"PO_Overall_FC_Disc", figure<&GRNLine::overall_fc_discount>},
     {"PO_Overall_Disc", figure<&GRNLine::overall_discount>},
     {"TaxType", cell_trimmed<24>},
-    {"TaxPercent", TaxRate()},
+    {"TaxPercent", tax_rate},
     {"GRN_Unit_Price", figure<&GRNLine::unit_price>},
     {"GRN_Item_Amount", figure<&GRNLine::amount>},
     {"GRN_FC_Item_Amount", figure<&GRNLine::fc_amount>},
@@ -84,15 +78,14 @@ std::span<const Column<GRN>> GRNColumns::key() {
 std::span<const Column<GRN>> GRNColumns::head() {
   return kHead;
 }
+void GRNColumns::take_invoiced_state(GRN& receipt, const Value& flag) {
+  receipt.GRNInvoicedFlag = flag.to_flag();
+  receipt.OrderInvoicedFlag = flag.to_flag();
+}
+
 std::span<const Column<GRN>> GRNColumns::rest() {
-  struct InvoicedState : Reading<InvoicedState> {
-    static void take(GRN& receipt, const Value& flag) {
-      receipt.GRNInvoicedFlag = flag.to_flag();
-      receipt.OrderInvoicedFlag = flag.to_flag();
-    }
-  };
   static constexpr Column<GRN> kRest[] = {
-      {"GRN_Invoiced_flag", always<&GRN::OrderInvoicedFlag>, InvoicedState()},
+      {"GRN_Invoiced_flag", always<&GRN::OrderInvoicedFlag>, take_invoiced_state},
       {"Processed_Flag", nullptr, into<&GRN::ProcessedFlag>},
       {"Cancel_Flag", nullptr, into<&GRN::CancelFlag>},
       {"Vendor_Code", always<&GRN::VendorCode>, into<&GRN::VendorCode>},
@@ -104,14 +97,14 @@ std::span<const Column<GRN>> GRNColumns::rest() {
       {"Foreign_Currency_Flag", always<&GRN::ForeignCurrencyFlag>, into<&GRN::ForeignCurrencyFlag>},
       {"Exchange_Rate", rate_or_one},
       {"Currency_Code", always<&GRN::CurrencyCode>, into<&GRN::CurrencyCode>},
-      {"Currency_Symbol", always<&GRN::CurrencySymbol>, TrimmedSymbol()},
+      {"Currency_Symbol", always<&GRN::CurrencySymbol>, trimmed_symbol},
       {"GRN_SubTotal", always<&GRN::GRNSubTotal>, into<&GRN::GRNSubTotal>},
       {"GRN_FC_SubTotal", always<&GRN::GRNFCSubTotal>, into<&GRN::GRNFCSubTotal>},
       {"GRN_Discount_Amount", always<&GRN::GRNDiscountAmount>, into<&GRN::GRNDiscountAmount>},
       {"GRN_FC_Discount_Amount", always<&GRN::GRNFCDiscountAmount>,
        into<&GRN::GRNFCDiscountAmount>},
-      {"GRN_Total_Amount", Total(), into<&GRN::GRNAmount>},
-      {"GRN_FC_Total_Amount", FCTotal()},
+      {"GRN_Total_Amount", total, into<&GRN::GRNAmount>},
+      {"GRN_FC_Total_Amount", fc_total},
       {"Grn_Costing_Amount", nullptr, into<&GRN::GRNCostingAmount>},
       {"GRN_FC_Costing_Amount", nullptr, into<&GRN::GRNFCCostingAmount>},
       {"Year_End_Flag", nullptr, into<&GRN::YearEndFlag>},

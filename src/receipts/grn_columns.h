@@ -31,6 +31,9 @@ struct GRNColumns {
   static std::span<const Column<GRN>> rest();      ///< by every save, behind it
   static std::span<const Column<GRNLine>> line();  ///< before the order's line is looked up
   static std::span<const Column<GRNLine>> line_amounts();
+
+ private:
+  static void take_invoiced_state(GRN& receipt, const Value& flag);
 };
 
 }  // namespace ombrix::purchase

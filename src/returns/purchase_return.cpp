@@ -103,9 +103,8 @@ bool PurchaseReturn::Get_Purchase_Rtn_Detail() {
     Grid& grid = *held;
     grid.Rows(count + 1);
     for (std::int32_t row = 1; row <= count; ++row) {
-      ReturnLine line{{grid, row}, *this};
-      line.put(1, "-1");
-      read_columns(return_detail_columns(), line, detail);
+      FilledReturn line{{{grid, row}, detail}, *this};
+      fill_cells(return_cells(), line);
       mark_item_type(line);
       detail.MoveNext();
     }
@@ -113,7 +112,7 @@ bool PurchaseReturn::Get_Purchase_Rtn_Detail() {
   });
 }
 
-void PurchaseReturn::mark_item_type(ReturnLine& line) {
+void PurchaseReturn::mark_item_type(FilledReturn& line) {
   constexpr std::int32_t kTextColour = 7;
   constexpr std::int32_t kSystemGreyText = -2147483631;
   auto item = sibling("OmbrixInventory.Inventory");

@@ -66,94 +66,90 @@ constexpr Column<Return> kRead[] = {
     {"Purchase_ref_Doc", nullptr, into<&Return::Ref_Doc_Type>},
 };
 
-struct StoredCode : Written<StoredCode> {
-  static std::optional<Value> value(const ReturnLine& line) {
-    if (line.text(2).empty()) return std::nullopt;
-    return Value(line.document.CompanyPrefix() + line.trimmed(2));
-  }
-};
-struct VendorItemCode : Written<VendorItemCode> {
-  static std::optional<Value> value(const ReturnLine& line) {
-    if (line.text(3).empty()) return std::nullopt;
-    return Value(line.trimmed(3));
-  }
-};
-struct Project : Written<Project> {
-  static std::optional<Value> value(const ReturnLine& line) {
-    std::string project = line.text(19);
-    if (project.empty()) return std::nullopt;
-    return Value(std::move(project));
-  }
-};
-struct OverallDiscount : Written<OverallDiscount> {
-  static Value value(const ReturnLine& line) {
-    return product(line.number(11), line.document.ExchangeRate());
-  }
-};
-struct ItemCodeToCell : Reading<ItemCodeToCell> {
-  static void take(ReturnLine& line, const Value& code) {
-    if (!code.is_null()) line.put(2, without_first(code.to_text(), 2));
-  }
-};
-struct UnitNameToCell : Reading<UnitNameToCell> {
-  static void take(ReturnLine& line, const Value& name) {
-    line.unit_name = name;
-    if (!name.is_null()) line.put(6, name.to_text());
-  }
-};
-struct PeriodTypeToCell : Reading<PeriodTypeToCell> {
-  static void take(ReturnLine& line, const Value& period) {
-    const std::string text = period.text_or_empty();
-    if (line.unit_name.is_null() || text.empty()) return;
-    line.put(6, line.unit_name.to_text() + "-" + text);
-  }
-};
-struct QuantityToCells : Reading<QuantityToCells> {
-  static void take(ReturnLine& line, const Value& quantity) {
-    to_cells<8, 24>.take(line, quantity);
-    line.quantity = quantity.to_number();
-  }
-};
-struct OverallDiscountToCells : Reading<OverallDiscountToCells> {
-  static void take(ReturnLine& line, const Value& stored) {
-    const double discount = stored.to_number();
-    line.put(22, general_text(discount));
-    line.put(23, general_text(quotient(discount, line.quantity)));
-    line.put(11, general_text(quotient(discount, line.document.ExchangeRate())));
-  }
-};
-struct InvoiceDiscountToCells : Reading<InvoiceDiscountToCells> {
-  static void take(ReturnLine& line, const Value& stored) {
-    line.put(12, stored.text_or_empty());
-    const bool none = stored.is_null();
-    line.put(25, none ? "" : general_text(quotient(stored.to_number(), line.quantity)));
-  }
-};
+Written stored_code(ReturnLine& line) {
+  if (line.text(2).empty()) return std::nullopt;
+  return Value(line.document.CompanyPrefix() + line.trimmed(2));
+}
+Written vendor_item_code(ReturnLine& line) {
+  if (line.text(3).empty()) return std::nullopt;
+  return Value(line.trimmed(3));
+}
+Written project(ReturnLine& line) {
+  std::string project = line.text(19);
+  if (project.empty()) return std::nullopt;
+  return Value(std::move(project));
+}
+Written overall_discount(ReturnLine& line) {
+  return product(line.number(11), line.document.ExchangeRate());
+}
 
 constexpr Column<ReturnLine> kDetail[] = {
     {"Purchase_Rtn_No", of_document<&Return::PurchaseRtnNo>},
     {"SL_No", serial},
-    {"Item_Code", StoredCode(), ItemCodeToCell()},
-    {"Vendor_Item_Code", VendorItemCode(), to_cell_unless_null<3>},
-    {"Item_Name", cell_trimmed<4>, to_cell_unless_null<4>},
-    {"Unit_Code", cell_head<5>, to_cell_unless_null<5>},
-    {"Unit_Name", cell_unit_name<6>, UnitNameToCell()},
-    {"Period_Type", cell_period_type<6>, PeriodTypeToCell()},
-    {"Unit_Qty", cell_head<7>, to_cells<7>},
-    {"pur_rtn_qty", cell_number<8>, QuantityToCells()},
-    {"Purchase_Rtn_Unit_Price", cell_number<9>, to_cells<9, 18>},
-    {"Purchase_Rtn_Item_Discount_Amount", cell_number<15>, to_cells<15>},
-    {"purchase_rtn_item_amount", cell_head<14>, to_cells<14>},
-    {"purchase_rtn_FC_item_amount", cell_number<13>, to_cells<13>},
-    {"Purchase_Rtn_FC_Item_Discount_Amount", cell_number<10>, to_cells<10>},
-    {"Purchase_Rtn_Overall_FC_Disc_Amount", cell_number<11>, OverallDiscountToCells()},
-    {"Purchase_Rtn_Overall_Disc_Amount", OverallDiscount()},
-    {"Proj_No", Project()},
-    {"Location_Name", cell_text<16>, to_cell_unless_null<16>},
-    {"location_ID", cell_text<21>, to_cell_unless_null<21>},
+    {"Item_Code", stored_code},
+    {"Vendor_Item_Code", vendor_item_code},
+    {"Item_Name", cell_trimmed<4>},
+    {"Unit_Code", cell_head<5>},
+    {"Unit_Name", cell_unit_name<6>},
+    {"Period_Type", cell_period_type<6>},
+    {"Unit_Qty", cell_head<7>},
+    {"pur_rtn_qty", cell_number<8>},
+    {"Purchase_Rtn_Unit_Price", cell_number<9>},
+    {"Purchase_Rtn_Item_Discount_Amount", cell_number<15>},
+    {"purchase_rtn_item_amount", cell_head<14>},
+    {"purchase_rtn_FC_item_amount", cell_number<13>},
+    {"Purchase_Rtn_FC_Item_Discount_Amount", cell_number<10>},
+    {"Purchase_Rtn_Overall_FC_Disc_Amount", cell_number<11>},
+    {"Purchase_Rtn_Overall_Disc_Amount", overall_discount},
+    {"Proj_No", project},
+    {"Location_Name", cell_text<16>},
+    {"location_ID", cell_text<21>},
     {"Last_Update", of_document<&Return::LastUpdate>},
-    {"Purchase_Rtn_Overall_Inv_FC_Disc_Amt", cell_head<12>, InvoiceDiscountToCells()},
-    {"Purchase_Rtn_Overall_Inv_Disc_Amt", cell_head<26>, to_cell_or_empty<26>},
+    {"Purchase_Rtn_Overall_Inv_FC_Disc_Amt", cell_head<12>},
+    {"Purchase_Rtn_Overall_Inv_Disc_Amt", cell_head<26>},
+};
+
+void item_code(FilledReturn& line, std::int32_t cell, std::string_view field) {
+  const Value code = line.field(field);
+  if (!code.is_null()) line.put(cell, without_first(code.to_text(), 2));
+}
+void unit(FilledReturn& line, std::int32_t cell, std::string_view field) {
+  if (!line.field(field).is_null()) fill::unit_and_period(line, cell, field);
+}
+void at_rate(FilledReturn& line, std::int32_t cell, std::string_view field) {
+  line.put_number(cell, quotient(line.figure(field), line.document.ExchangeRate()));
+}
+void of_one(FilledReturn& line, std::int32_t cell, std::string_view field) {
+  line.put_number(cell, quotient(line.figure(field), line.figure("pur_rtn_qty")));
+}
+void of_one_or_empty(FilledReturn& line, std::int32_t cell, std::string_view field) {
+  line.field(field).is_null() ? line.put(cell, "") : of_one(line, cell, field);
+}
+
+constexpr Fill<FilledReturn> kCells[] = {
+    {1, "-1", fill::literal},
+    {2, "Item_Code", item_code},
+    {3, "Vendor_Item_Code", fill::unless_null},
+    {4, "Item_Name", fill::unless_null},
+    {5, "Unit_Code", fill::unless_null},
+    {6, "Unit_Name", unit},
+    {7, "Unit_Qty", fill::as_text},
+    {8, "pur_rtn_qty", fill::as_text},
+    {24, "pur_rtn_qty", fill::as_text},
+    {9, "Purchase_Rtn_Unit_Price", fill::as_text},
+    {18, "Purchase_Rtn_Unit_Price", fill::as_text},
+    {15, "Purchase_Rtn_Item_Discount_Amount", fill::as_text},
+    {14, "purchase_rtn_item_amount", fill::as_text},
+    {13, "purchase_rtn_FC_item_amount", fill::as_text},
+    {10, "Purchase_Rtn_FC_Item_Discount_Amount", fill::as_text},
+    {22, "Purchase_Rtn_Overall_FC_Disc_Amount", fill::as_text},
+    {23, "Purchase_Rtn_Overall_FC_Disc_Amount", of_one},
+    {11, "Purchase_Rtn_Overall_FC_Disc_Amount", at_rate},
+    {16, "Location_Name", fill::unless_null},
+    {21, "location_ID", fill::unless_null},
+    {12, "Purchase_Rtn_Overall_Inv_FC_Disc_Amt", fill::or_empty},
+    {25, "Purchase_Rtn_Overall_Inv_FC_Disc_Amt", of_one_or_empty},
+    {26, "Purchase_Rtn_Overall_Inv_Disc_Amt", fill::or_empty},
 };
 
 }  // namespace
@@ -169,6 +165,9 @@ std::span<const Column<PurchaseReturn>> return_read_columns() {
 }
 std::span<const Column<ReturnLine>> return_detail_columns() {
   return kDetail;
+}
+std::span<const Fill<FilledReturn>> return_cells() {
+  return kCells;
 }
 
 }  // namespace ombrix::purchase

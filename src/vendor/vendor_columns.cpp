@@ -8,14 +8,12 @@ namespace {
 
 using namespace rule;
 using V = Vendor;
-using Write = WriteFunction<Vendor>;
+using Write = Written (*)(Vendor&);
 
-struct TermsOrZero : Written<TermsOrZero> {
-  static Value value(const V& vendor) {
-    const std::string& terms = vendor.VendorPaymentTerms();
-    return terms.empty() ? Value(0) : Value(terms);
-  }
-};
+Written terms_or_zero(V& vendor) {
+  const std::string& terms = vendor.VendorPaymentTerms();
+  return terms.empty() ? Value(0) : Value(terms);
+}
 
 constexpr Column<V> kKey[] = {
     {"Vendor_Code", always<&V::VendorCode>, unless_empty<&V::VendorCode>},
@@ -68,7 +66,7 @@ constexpr auto vendor_columns(Write payment_terms, Write currency_code, Write cu
 
 constexpr auto kCreated = vendor_columns(null_if_empty<&V::VendorPaymentTerms>,
                                          always<&V::CurrencyCode>, always<&V::CurrencySymbol>);
-constexpr auto kUpdated = vendor_columns(TermsOrZero(), skip_if_empty<&V::CurrencyCode>,
+constexpr auto kUpdated = vendor_columns(terms_or_zero, skip_if_empty<&V::CurrencyCode>,
                                          skip_if_empty<&V::CurrencySymbol>);
 
 }  // namespace

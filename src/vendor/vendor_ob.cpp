@@ -67,10 +67,10 @@ bool VendorOB::Get_OB() {
     const auto count = static_cast<std::int32_t>(stored.RecordCount());
     if (count == 0) return false;
     const auto held = given(GridName());
-    OpeningLine line{{*held, 0}, *this};
+    FilledOpening line{{{*held, 0}, stored}, *this};
     for (line.row = 1; line.row <= count; ++line.row) {
       if (line.row == held->Rows()) held->Rows(line.row + 1);
-      read_columns(opening_line_columns(), line, stored);
+      fill_cells(opening_cells(), line);
       stored.MoveNext();
     }
     return true;

@@ -11,31 +11,13 @@ using OB = VendorOB;
 using Balance = OpeningBalance;
 
 /// The column holds a date: a text that is none raises.
-struct ReferenceDate : Written<ReferenceDate> {
-  static Value value(const OpeningLine& line) { return Value(line.trimmed(2)).to_date(); }
-};
-struct One : Written<One> {
-  static Value value(const auto&) { return 1; }
-};
-
-struct ReferenceToCell : Reading<ReferenceToCell> {
-  static void take(OpeningLine& line, const Value& number) { line.put(1, trim(number.to_text())); }
-};
-struct DateToCell : Reading<DateToCell> {
-  static void take(OpeningLine& line, const Value& date) {
-    line.put(2, date.to_date().general_text());
-  }
-};
-/// Company, branch and series are taken to fill the first seven characters of a number.
-struct DocumentToCells : Reading<DocumentToCells> {
-  static void take(OpeningLine& line, const Value& document) {
-    const std::string number = document.text_or_empty();
-    if (number.empty()) return;
-    line.put(7, without_first(number, 7));
-    line.put(8, number);
-    raw(line.document.ProcessedFlag) = true;
-  }
-};
+Written reference_date(OpeningLine& line) {
+  return Value(line.trimmed(2)).to_date();
+}
+template <class D>
+Written one(D&) {
+  return 1;
+}
 
 constexpr Column<OpeningLine> kLine[] = {
     {"OBType", of_document<&OB::OBType>},
@@ -43,37 +25,55 @@ constexpr Column<OpeningLine> kLine[] = {
     {"Vendor_Code", of_document<&OB::VendorCode>},
     {"Branch_Prefix", of_document<&OB::BranchPrefix>},
     {"Company_Prefix", of_document<&OB::CompanyPrefix>},
-    {"Ref_No", cell_trimmed<1>, ReferenceToCell()},
-    {"Ref_Date", ReferenceDate(), DateToCell()},
-    {"Balance_FCAmount", cell_number<3>, to_cells<3>},
+    {"Ref_No", cell_trimmed<1>},
+    {"Ref_Date", reference_date},
+    {"Balance_FCAmount", cell_number<3>},
     {"Balance_Amount", cell_number<3>},
     {"Foreign_Currency_Flag", of_document<&OB::ForeignCurrencyFlag>},
     {"Currency_Code", of_document<&OB::CurrencyCode>},
     {"Currency_Symbol", of_document<&OB::CurrencySymbol>},
-    {"Exchange_Rate", One(), to_cells<5>},
-    {"OB_Comments", cell_unless_blank<6>, to_cell_unless_empty<6>},
-    {"OB_Inv_No", nullptr, DocumentToCells()},
+    {"Exchange_Rate", one},
+    {"OB_Comments", cell_unless_blank<6>},
     {"Last_Update", of_document<&OB::LastUpdate>},
 };
 
-struct Comments : Written<Comments> {
-  static std::optional<Value> value(const Balance& balance) {
-    if (balance.comments.empty()) return std::nullopt;
-    return Value(balance.comments);
-  }
+void reference(FilledOpening& line, std::int32_t cell, std::string_view field) {
+  line.put(cell, trim(line.field(field).to_text()));
+}
+/// Company, branch and series are taken to fill the first seven characters of a number.
+void made_document(FilledOpening& line, std::int32_t cell, std::string_view field) {
+  const std::string number = line.field(field).text_or_empty();
+  if (number.empty()) return;
+  line.put(cell, without_first(number, 7));
+  line.put(8, number);
+  raw(line.document.ProcessedFlag) = true;
+}
+
+constexpr Fill<FilledOpening> kCells[] = {
+    {1, "Ref_No", reference},
+    {2, "Ref_Date", fill::day},
+    {3, "Balance_FCAmount", fill::as_text},
+    {5, "Exchange_Rate", fill::as_text},
+    {6, "OB_Comments", fill::unless_empty},
+    {7, "OB_Inv_No", made_document},
 };
-struct TrimmedSymbol : Written<TrimmedSymbol> {
-  static Value value(const Balance& balance) { return trim(balance.document.CurrencySymbol()); }
-};
-struct ToVendor : Written<ToVendor> {
-  static Value value(const Balance&) { return "Vendor"; }
-};
-struct ByCash : Written<ByCash> {
-  static Value value(const Balance&) { return "Cash"; }
-};
-struct Processed : Written<Processed> {
-  static Value value(const Balance&) { return "Processed"; }
-};
+
+Written comments(Balance& balance) {
+  if (balance.comments.empty()) return std::nullopt;
+  return Value(balance.comments);
+}
+Written trimmed_symbol(Balance& balance) {
+  return trim(balance.document.CurrencySymbol());
+}
+Written to_vendor(Balance&) {
+  return "Vendor";
+}
+Written by_cash(Balance&) {
+  return "Cash";
+}
+Written processed(Balance&) {
+  return "Processed";
+}
 
 constexpr Column<Balance> kInvoice[] = {
     {"Company_Prefix", of_document<&OB::CompanyPrefix>},
@@ -96,8 +96,8 @@ constexpr Column<Balance> kInvoice[] = {
     {"Purchase_Inv_FC_Amount", figure<&Balance::fc_amount>},
     {"Balance_FCAmount", figure<&Balance::fc_amount>},
     {"Exchange_Rate", figure<&Balance::exchange_rate>},
-    {"Processed_Flag", One()},
-    {"Purchase_Inv_Comments", Comments()},
+    {"Processed_Flag", one},
+    {"Purchase_Inv_Comments", comments},
     {"Last_Update", of_document<&OB::LastUpdate>},
 };
 
@@ -110,19 +110,19 @@ constexpr Column<Balance> kPayment[] = {
     {"Payment_Identity", figure<&Balance::identity>},
     {"Payment_To_Code", of_document<&OB::VendorCode>},
     {"Payment_To_Name", of_document<&OB::VendorName>},
-    {"Payment_To", ToVendor()},
-    {"Payment_Type", ByCash()},
-    {"Payment_Status", Processed()},
+    {"Payment_To", to_vendor},
+    {"Payment_Type", by_cash},
+    {"Payment_Status", processed},
     {"Foreign_Currency_Flag", of_document<&OB::ForeignCurrencyFlag>},
     {"Currency_Code", of_document<&OB::CurrencyCode>},
-    {"Currency_Symbol", TrimmedSymbol()},
+    {"Currency_Symbol", trimmed_symbol},
     {"Payment_Amount", figure<&Balance::amount>},
     {"Payment_FC_Amount", figure<&Balance::fc_amount>},
     {"Balance_Amount", figure<&Balance::amount>},
     {"Balance_FCAmount", figure<&Balance::fc_amount>},
     {"Exchange_Rate", figure<&Balance::exchange_rate>},
-    {"Processed_Flag", One()},
-    {"Payment_Comments", Comments()},
+    {"Processed_Flag", one},
+    {"Payment_Comments", comments},
     {"Last_Update", of_document<&OB::LastUpdate>},
 };
 
@@ -130,6 +130,9 @@ constexpr Column<Balance> kPayment[] = {
 
 std::span<const Column<OpeningLine>> opening_line_columns() {
   return kLine;
+}
+std::span<const Fill<FilledOpening>> opening_cells() {
+  return kCells;
 }
 std::span<const Column<OpeningBalance>> opening_invoice_columns() {
   return kInvoice;

@@ -6,14 +6,18 @@
 
 #include "ombrix/purchase/vendor_ob.h"
 
-#include "frame/cells.h"
+#include "frame/fills.h"
 
 namespace ombrix::purchase {
 
-/// A grid row on its way to or from `Vendor_OB`.
+/// A grid row on its way to `Vendor_OB`.
 struct OpeningLine : GridLine {
-  VendorOB& document;
+  const VendorOB& document;
   std::int32_t serial = 0;  ///< `SL_No`
+};
+/// A grid row that is filled from it.
+struct FilledOpening : FilledLine {
+  VendorOB& document;
 };
 
 /// A stored line on its way into a document.
@@ -30,6 +34,8 @@ struct OpeningBalance {
 };
 
 std::span<const Column<OpeningLine>> opening_line_columns();
+/// The cells of a line that is read.
+std::span<const Fill<FilledOpening>> opening_cells();
 /// `Purchase_Invoice_Master`.
 std::span<const Column<OpeningBalance>> opening_invoice_columns();
 /// `Payment_Master`.

@@ -8,7 +8,7 @@
 
 namespace ombrix::purchase {
 
-struct ReturnLine;
+struct FilledReturn;
 
 /// The purchase return: goods that go back to a vendor, on their own or from a source document.
 ///
@@ -128,7 +128,7 @@ class PurchaseReturn final : public PostedDocument {
   bool Save_Purchase_Rtn_Detail();
   double next_serial() const;
   bool Get_Purchase_Rtn_Detail();
-  void mark_item_type(ReturnLine& line);
+  void mark_item_type(FilledReturn& line);
 
   bool rename(FinalNumber& number);
   bool read_currency_symbol();
