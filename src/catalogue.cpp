@@ -7,17 +7,7 @@
 #include "ombrix/purchase/vendor_ob.h"
 
 #include "cash/cash_purchase_interface.h"
-#include "components/account_preferences.h"
-#include "components/accounts_payable.h"
-#include "components/counter_transaction.h"
-#include "components/debit_credit_note.h"
-#include "components/general.h"
-#include "components/general_ledger.h"
-#include "components/inventory.h"
-#include "components/location_stock.h"
-#include "components/pdc.h"
-#include "components/purchase_log.h"
-#include "components/stock_movement.h"
+#include "components/components.h"
 #include "hosting/hosted.h"
 #include "hosting/shipped.h"
 #include "invoices/purchase_invoice_interface.h"
@@ -31,17 +21,8 @@ namespace ombrix {
 namespace {
 
 template <class C>
-ObjectRef make(const Interface& interface) {
-  return std::make_shared<Hosted<C>>(interface);
-}
-
-template <class C>
 Shipped business_class(const Interface& interface) {
-  return {Shipped::Role::business_class, interface, &make<C>};
-}
-template <class C>
-Shipped component(const Interface& interface) {
-  return {Shipped::Role::component, interface, &make<C>};
+  return shipped_as<C>(Shipped::Role::business_class, interface);
 }
 
 }  // namespace
@@ -55,17 +36,17 @@ std::span<const Shipped> shipped() {
       business_class<purchase::PurchaseInvoice>(purchase::purchase_invoice_interface()),
       business_class<purchase::PurchaseReturn>(purchase::purchase_return_interface()),
       business_class<purchase::CashPurchase>(purchase::cash_purchase_interface()),
-      component<components::AccountPreferences>(components::account_preferences_interface()),
-      component<components::AccountsPayable>(components::accounts_payable_interface()),
-      component<components::CounterTransaction>(components::counter_transaction_interface()),
-      component<components::DebitCreditNote>(components::debit_credit_note_interface()),
-      component<components::General>(components::general_interface()),
-      component<components::GeneralLedger>(components::general_ledger_interface()),
-      component<components::Inventory>(components::inventory_interface()),
-      component<components::LocationStock>(components::location_stock_interface()),
-      component<components::PDC>(components::pdc_interface()),
-      component<components::PurchaseLog>(components::purchase_log_interface()),
-      component<components::StockMovement>(components::stock_movement_interface()),
+      components::account_preferences(),
+      components::accounts_payable(),
+      components::counter_transaction(),
+      components::debit_credit_note(),
+      components::general(),
+      components::general_ledger(),
+      components::inventory(),
+      components::location_stock(),
+      components::pdc(),
+      components::purchase_log(),
+      components::stock_movement(),
   };
   return kShipped;
 }

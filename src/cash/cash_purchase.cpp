@@ -7,7 +7,6 @@
 #include "database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
-#include "frame/saving.h"
 #include "frame/trap.h"
 
 namespace ombrix::purchase {
@@ -105,7 +104,7 @@ std::int32_t CashPurchase::next_serial() const {
 
 bool CashPurchase::Get_Direct_PInvoice() {
   if (CashPurInvNo().empty()) return refused("Invalid Cash Purchase Number");
-  return trapped(Trap::skip_null, [&] {
+  return trapped(Trap::plain, [&] {
     auto master = open_fresh(
         sql({"Select * from Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(CashPurInvNo())}),
         Keyset, ConnectionString());

@@ -1,12 +1,36 @@
-#include "components/account_preferences.h"
+#include <string>
+
+#include "ombrix/property.h"
 
 #include "base/raw.h"
+#include "components/component.h"
+#include "components/components.h"
 #include "database/connection_access.h"
 
 namespace ombrix::components {
 
 using database::any_text;
 using database::sql;
+
+namespace {
+
+/// `OmbrixAccounts.AccountPreferences`: the payable and the advance payment account of a branch,
+/// read through `ConnectionString`.
+class AccountPreferences final {
+ public:
+  Text ConnectionString;
+  /// Held; the branch is the one that `Get_Account_Preferences` is given.
+  Text CompanyPrefix;
+  Text BranchPrefix;
+  Property<std::string, Access::get> APAccountNo;
+  Property<std::string, Access::get> AdvPmtAccountNo;
+  Property<std::string, Access::get> ErrDesc;
+
+  /// Reads the two accounts; one that was never chosen reads as "". False with a reason in
+  /// `ErrDesc` for a branch without preferences, and then both are ""; failures of the database
+  /// rise.
+  bool Get_Account_Preferences(std::string& company, std::string& branch);
+};
 
 bool AccountPreferences::Get_Account_Preferences(std::string& company, std::string& branch) {
   raw(APAccountNo).clear();
@@ -26,9 +50,7 @@ bool AccountPreferences::Get_Account_Preferences(std::string& company, std::stri
   return true;
 }
 
-namespace {
-
-using Of = MembersOf<AccountPreferences, Nulls::read_as_empty>;
+using Of = MembersOf<AccountPreferences>;
 
 constexpr Member kMembers[] = {
     Of::property<&AccountPreferences::ConnectionString>("ConnectionString"),
@@ -40,11 +62,12 @@ constexpr Member kMembers[] = {
     Of::method<&AccountPreferences::Get_Account_Preferences>("Get_Account_Preferences"),
 };
 
+constexpr Interface kInterface("OmbrixAccounts.AccountPreferences", kMembers);
+
 }  // namespace
 
-const Interface& account_preferences_interface() {
-  static constexpr Interface kInterface("OmbrixAccounts.AccountPreferences", kMembers);
-  return kInterface;
+Shipped account_preferences() {
+  return component<AccountPreferences>(kInterface);
 }
 
 }  // namespace ombrix::components

@@ -1,44 +1,38 @@
-#include "components/accounts_payable.h"
-
 #include <map>
 
-#include "frame/columns.h"
+#include "components/components.h"
+#include "components/row_component.h"
+#include "database/statement.h"
 
 namespace ombrix::components {
 
 using database::any_text;
-using database::number;
 using database::sql;
 
 namespace {
 
-using namespace rule;
-using AP = AccountsPayable;
-
-Written reference_date(AP& entry) {
-  return entry.RefDate().is_zero() ? Value(Null{}) : Value(entry.RefDate());
-}
-
-constexpr Column<AP> kEntry[] = {
-    {"Company_Prefix", always<&AP::CompanyPrefix>},
-    {"Branch_Prefix", always<&AP::BranchPrefix>},
-    {"Document_Prefix", always<&AP::DocumentPrefix>},
-    {"Foreign_Currency_Flag", always<&AP::ForeignCurrencyFlag>},
-    {"Vendor_Code", always<&AP::VendorCode>},
-    {"Account_No", always<&AP::AccountNo>},
-    {"Document_No", always<&AP::DocumentNo>},
-    {"APL_Date", always<&AP::APLDate>},
-    {"APL_Description", always<&AP::APLDescription>},
-    {"APL_Comments", always<&AP::APLComments>},
-    {"APL_Debit_Amount", always<&AP::APLDebitAmount>},
-    {"APL_Credit_Amount", always<&AP::APLCreditAmount>},
-    {"FC_APL_Debit_Amount", always<&AP::FCAPLDebitAmount>},
-    {"FC_APL_Credit_Amount", always<&AP::FCAPLCreditAmount>},
-    {"Currency_Code", always<&AP::CurrencyCode>},
-    {"Currency_Symbol", always<&AP::CurrencySymbol>},
-    {"Last_Update", always<&AP::LastUpdate>},
-    {"Ref_No", null_if_empty<&AP::Refno>},
-    {"Ref_Date", reference_date},
+constexpr Stored kEntry[] = {
+    {"CompanyPrefix", "Company_Prefix"},
+    {"BranchPrefix", "Branch_Prefix"},
+    {"DocumentPrefix", "Document_Prefix"},
+    {"ForeignCurrencyFlag", "Foreign_Currency_Flag", Type::flag},
+    {"VendorCode", "Vendor_Code"},
+    {"AccountNo", "Account_No"},
+    {"DocumentNo", "Document_No"},
+    {"APLDate", "APL_Date", Type::day},
+    {"APLDescription", "APL_Description"},
+    {"APLComments", "APL_Comments"},
+    // In home currency; the two behind them in the document's.
+    {"APLDebitAmount", "APL_Debit_Amount", Type::number},
+    {"APLCreditAmount", "APL_Credit_Amount", Type::number},
+    {"FCAPLDebitAmount", "FC_APL_Debit_Amount", Type::number},
+    {"FCAPLCreditAmount", "FC_APL_Credit_Amount", Type::number},
+    {"CurrencyCode", "Currency_Code"},
+    {"CurrencySymbol", "Currency_Symbol"},
+    {"LastUpdate", "Last_Update", Type::day},
+    // The vendor's own reference.
+    {"Refno", "Ref_No", Type::text, null_if_empty},
+    {"RefDate", "Ref_Date", Type::day, null_if_zero},
 };
 
 double amount(Recordset& entries, std::string_view column) {
@@ -46,48 +40,68 @@ double amount(Recordset& entries, std::string_view column) {
   return value.is_null() ? 0 : value.to_number();
 }
 
-}  // namespace
+/// `OmbrixAccounts.AccountsPayable`: the vendor sub-ledger, and with it the vendor's balances.
+///
+/// A credit raises `Vendor_Balance` and `Vendor_Fc_Balance` of the vendor, a debit lowers them;
+/// what an instance was given stays set for its next call. Amounts may be zero or negative. A
+/// refusal writes nothing and leaves its reason in `ErrDesc`; failures of the database rise.
+class AccountsPayable final : public RowComponent {
+ public:
+  AccountsPayable() : RowComponent(kEntry) {}
+
+  /// Adds one entry. Refused: no document number, vendor or account, an account that is not in the
+  /// chart, a vendor that is not known.
+  bool AP_Insert_Transaction();
+  /// Takes all entries of `DocumentNo` back, and what they did to the vendors' balances. A document
+  /// without entries is no failure.
+  bool APL_Delete();
+
+ private:
+  /// What the vendor is owed more, in home and in foreign currency.
+  struct Owed {
+    double home = 0;
+    double foreign = 0;
+  };
+  /// False when the vendor is not known.
+  bool move_balance(const std::string& vendor, const Owed& owed) const;
+};
 
 bool AccountsPayable::move_balance(const std::string& vendor, const Owed& owed) const {
   return execute(sql({"Update Vendor_Master Set Vendor_Balance = Coalesce(Vendor_Balance, 0) + ",
-                      number(owed.home), ", Vendor_Fc_Balance = Coalesce(Vendor_Fc_Balance, 0) + ",
-                      number(owed.foreign), " Where Vendor_Code=", any_text(vendor)})) > 0;
+                      database::number(owed.home),
+                      ", Vendor_Fc_Balance = Coalesce(Vendor_Fc_Balance, 0) + ",
+                      database::number(owed.foreign), " Where Vendor_Code=", any_text(vendor)})) >
+         0;
 }
 
 bool AccountsPayable::AP_Insert_Transaction() {
   constexpr std::string_view kWork = "Payables entry";
-  if (!ready(kWork, {{"DocumentNo", DocumentNo()},
-                     {"VendorCode", VendorCode()},
-                     {"AccountNo", AccountNo()}})) {
-    return false;
-  }
+  if (!ready_with(kWork, {"DocumentNo", "VendorCode", "AccountNo"})) return false;
   const auto unknown = [&](const std::string& what) {
-    return refuse(std::string(kWork) + " of document \"" + DocumentNo() + "\": " + what);
+    return refused(std::string(kWork) + " of document \"" + text("DocumentNo") + "\": " + what);
   };
-  if (!has_account(AccountNo())) {
-    return unknown("account \"" + AccountNo() + "\" is not in the chart of accounts.");
+  if (!has_account(text("AccountNo"))) {
+    return unknown("account \"" + text("AccountNo") + "\" is not in the chart of accounts.");
   }
   // The balance first: it tells whether the vendor is there, and holds it until the client's
   // transaction ends.
-  const Owed owed{APLCreditAmount() - APLDebitAmount(), FCAPLCreditAmount() - FCAPLDebitAmount()};
-  if (!move_balance(VendorCode(), owed)) {
-    return unknown("there is no vendor \"" + VendorCode() + "\".");
+  const Owed owed{number("APLCreditAmount") - number("APLDebitAmount"),
+                  number("FCAPLCreditAmount") - number("FCAPLDebitAmount")};
+  if (!move_balance(text("VendorCode"), owed)) {
+    return unknown("there is no vendor \"" + text("VendorCode") + "\".");
   }
-  auto ledger = open(sql({"Select * from Accounts_Payable_Ledger"}), Dynamic);
-  ledger.AddNew();
-  write_columns(kEntry, *this, ledger);
-  ledger.Update();
+  write_row(sql({"Select * from Accounts_Payable_Ledger"}));
   return true;
 }
 
 bool AccountsPayable::APL_Delete() {
-  if (!ready("Deletion of payables entries", {{"DocumentNo", DocumentNo()}})) return false;
+  if (!ready_with("Deletion of payables entries", {"DocumentNo"})) return false;
   // Deleted and told in one step: of two callers only one takes an entry's effect back.
-  auto gone =
-      open(sql({"Delete From Accounts_Payable_Ledger Where Document_No=", any_text(DocumentNo()),
-                " Returning Vendor_Code, APL_Debit_Amount, APL_Credit_Amount,"
-                " FC_APL_Debit_Amount, FC_APL_Credit_Amount"}),
-           Keyset);
+  auto gone = open(
+      sql({"Delete From Accounts_Payable_Ledger Where Document_No=", any_text(text("DocumentNo")),
+           " Returning Vendor_Code, APL_Debit_Amount, APL_Credit_Amount,"
+           " FC_APL_Debit_Amount, FC_APL_Credit_Amount"}),
+      Keyset);
   // By vendor, so that two callers wait for each other in one order.
   std::map<std::string, Owed> by_vendor;
   for (; !gone.IsEOF(); gone.MoveNext()) {
@@ -99,41 +113,16 @@ bool AccountsPayable::APL_Delete() {
   return true;
 }
 
-namespace {
-
-using Of = MembersOf<AccountsPayable, Nulls::read_as_empty>;
-
-constexpr Member kMembers[] = {
-    Of::property<&AP::AdoConnectionObject>("AdoConnectionObject"),
-    Of::property<&AP::CompanyPrefix>("CompanyPrefix"),
-    Of::property<&AP::BranchPrefix>("BranchPrefix"),
-    Of::property<&AP::DocumentPrefix>("DocumentPrefix"),
-    Of::property<&AP::ForeignCurrencyFlag>("ForeignCurrencyFlag"),
-    Of::property<&AP::VendorCode>("VendorCode"),
-    Of::property<&AP::AccountNo>("AccountNo"),
-    Of::property<&AP::DocumentNo>("DocumentNo"),
-    Of::property<&AP::APLDate>("APLDate"),
-    Of::property<&AP::APLDescription>("APLDescription"),
-    Of::property<&AP::APLComments>("APLComments"),
-    Of::property<&AP::APLDebitAmount>("APLDebitAmount"),
-    Of::property<&AP::APLCreditAmount>("APLCreditAmount"),
-    Of::property<&AP::FCAPLDebitAmount>("FCAPLDebitAmount"),
-    Of::property<&AP::FCAPLCreditAmount>("FCAPLCreditAmount"),
-    Of::property<&AP::CurrencyCode>("CurrencyCode"),
-    Of::property<&AP::CurrencySymbol>("CurrencySymbol"),
-    Of::property<&AP::LastUpdate>("LastUpdate"),
-    Of::property<&AP::Refno>("Refno"),
-    Of::property<&AP::RefDate>("RefDate"),
-    Of::property<&AP::ErrDesc>("ErrDesc"),
-    Of::method<&AP::AP_Insert_Transaction>("AP_Insert_Transaction"),
-    Of::method<&AP::APL_Delete>("APL_Delete"),
-};
+using Of = MembersOf<AccountsPayable>;
+constexpr auto kMembers = members_with<AccountsPayable>(
+    kEntry, {Of::method<&AccountsPayable::AP_Insert_Transaction>("AP_Insert_Transaction"),
+             Of::method<&AccountsPayable::APL_Delete>("APL_Delete")});
+constexpr Interface kInterface("OmbrixAccounts.AccountsPayable", kMembers);
 
 }  // namespace
 
-const Interface& accounts_payable_interface() {
-  static constexpr Interface kInterface("OmbrixAccounts.AccountsPayable", kMembers);
-  return kInterface;
+Shipped accounts_payable() {
+  return component<AccountsPayable>(kInterface);
 }
 
 }  // namespace ombrix::components

@@ -1,9 +1,15 @@
-#include "components/counter_transaction.h"
-
+#include <memory>
+#include <optional>
+#include <string>
 #include <utility>
+
+#include "ombrix/connection.h"
+#include "ombrix/property.h"
 
 #include "base/number.h"
 #include "base/raw.h"
+#include "components/component.h"
+#include "components/components.h"
 #include "database/connection_access.h"
 
 namespace ombrix::components {
@@ -14,6 +20,54 @@ using database::Statement;
 using database::text;
 
 namespace {
+
+/// `OmbrixSystem.CounterTransaction`: keeps the document counters on the rows of `Document_Prefix`.
+///
+/// Drawing a number claims it in one atomic step, so that two callers, in two processes too, get
+/// different numbers. Temporary and final numbers count on their own. A claim that is not moved on
+/// is given back when the component is released, unless a later number was drawn meanwhile: after a
+/// failed document the counter stands where it stood.
+class CounterTransaction final {
+ public:
+  CounterTransaction() = default;
+  ~CounterTransaction();
+
+  Text CompanyPrefix;
+  Text BranchPrefix;
+  Text DocumentPrefix;
+  /// True: a series without a row is opened at 1.
+  Flag SkipChecking;
+  Property<double, Access::get> NextDocumentNo;
+  Property<std::string, Access::get> ErrDesc;
+
+  /// Claims the next number that no document bears. False with a reason in `ErrDesc` when the
+  /// series has no row; failures of the database rise.
+  bool Get_Last_Counter(std::shared_ptr<Connection>& connection, std::optional<bool> temporary);
+  /// Keeps the claim for good. False with a reason when no number was drawn.
+  bool Increase_Counter(std::optional<bool> temporary);
+
+ private:
+  /// A number taken from the counter and not yet kept.
+  struct Claim {
+    std::shared_ptr<Connection> connection;
+    std::string company, branch, series;
+    bool temporary;
+    double before;  ///< where the counter stood
+    double after;
+    /// On which it was claimed, and how many rollbacks that had seen.
+    std::weak_ptr<database::Session> session;
+    std::int64_t rollbacks;
+  };
+
+  bool refused(std::string reason);
+  bool open_series(const Connection& connection) const;
+  /// No value when the series has no row.
+  std::optional<double> claim(const Connection& connection, bool temporary) const;
+  bool is_borne(const Connection& connection, double number, bool temporary) const;
+  void give_back() noexcept;
+
+  std::optional<Claim> claim_;
+};
 
 /// The library's own statements about a series differ only in the column that counts.
 Statement advance(const std::string& series, const std::string& company, const std::string& branch,
@@ -58,13 +112,11 @@ Statement bearers_of(const std::string& number) {
        ") Or Exists (Select 1 From PDC_Master Where PDC_No=", text(number), ")"});
 }
 
-}  // namespace
-
 CounterTransaction::~CounterTransaction() {
   give_back();
 }
 
-bool CounterTransaction::refuse(std::string reason) {
+bool CounterTransaction::refused(std::string reason) {
   raw(ErrDesc) = std::move(reason);
   return false;
 }
@@ -72,15 +124,15 @@ bool CounterTransaction::refuse(std::string reason) {
 bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connection,
                                           std::optional<bool> temporary) {
   give_back();
-  if (!connection) return refuse("Invalid Connection.");
+  if (!connection) return refused("Invalid Connection.");
   const bool for_temporary = temporary.value_or(false);
   auto claimed = claim(*connection, for_temporary);
   if (!claimed && SkipChecking() && open_series(*connection)) {
     claimed = claim(*connection, for_temporary);
   }
   if (!claimed) {
-    return refuse("No counter for document series \"" + DocumentPrefix() + "\" of company \"" +
-                  CompanyPrefix() + "\", branch \"" + BranchPrefix() + "\".");
+    return refused("No counter for document series \"" + DocumentPrefix() + "\" of company \"" +
+                   CompanyPrefix() + "\", branch \"" + BranchPrefix() + "\".");
   }
   const auto& session = database::ConnectionAccess::session(*connection);
   claim_ = Claim{connection, CompanyPrefix(), BranchPrefix(), DocumentPrefix(),    for_temporary,
@@ -88,7 +140,7 @@ bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connectio
   double drawn = *claimed;
   while (is_borne(*connection, drawn, for_temporary)) {
     claimed = claim(*connection, for_temporary);
-    if (!claimed) return refuse("The counter's series went while a number was drawn.");
+    if (!claimed) return refused("The counter's series went while a number was drawn.");
     drawn = *claimed;
     // Another caller holds the numbers in between, and they are not ours to give back.
     if (drawn != claim_->after) claim_->before = drawn;
@@ -99,9 +151,9 @@ bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connectio
 }
 
 bool CounterTransaction::Increase_Counter(std::optional<bool> temporary) {
-  if (!claim_) return refuse("The counter was not moved on: no number was drawn.");
+  if (!claim_) return refused("The counter was not moved on: no number was drawn.");
   if (claim_->temporary != temporary.value_or(false)) {
-    return refuse("The counter was not moved on: the number drawn is of the other kind.");
+    return refused("The counter was not moved on: the number drawn is of the other kind.");
   }
   claim_.reset();
   return true;
@@ -154,9 +206,7 @@ void CounterTransaction::give_back() noexcept {
   }
 }
 
-namespace {
-
-using Of = MembersOf<CounterTransaction, Nulls::read_as_empty>;
+using Of = MembersOf<CounterTransaction>;
 
 constexpr Member kMembers[] = {
     Of::property<&CounterTransaction::CompanyPrefix>("CompanyPrefix"),
@@ -169,11 +219,12 @@ constexpr Member kMembers[] = {
     Of::method<&CounterTransaction::Increase_Counter>("Increase_Counter"),
 };
 
+constexpr Interface kInterface("OmbrixSystem.CounterTransaction", kMembers);
+
 }  // namespace
 
-const Interface& counter_transaction_interface() {
-  static constexpr Interface kInterface("OmbrixSystem.CounterTransaction", kMembers);
-  return kInterface;
+Shipped counter_transaction() {
+  return component<CounterTransaction>(kInterface);
 }
 
 }  // namespace ombrix::components

@@ -1,17 +1,55 @@
-#include "components/debit_credit_note.h"
-
 #include <array>
+#include <string>
+#include <string_view>
+
+#include "ombrix/recordset.h"
 
 #include "base/number.h"
+#include "components/component.h"
+#include "components/components.h"
+#include "database/statement.h"
+#include "frame/numbering.h"
+#include "frame/vendor_accounts.h"
 
 namespace ombrix::components {
 
-using database::ConnectionAccess;
 using database::number;
 using database::sql;
 using database::text;
 
 namespace {
+
+/// `OmbrixAccountsExt.DebitCreditNote`: turns a saved voucher into a final one and posts it.
+///
+/// A vendor's line goes to the sub-ledger and, on the payable account of the branch, to ledger and
+/// chart, so that the ledger balances as the voucher does; every other line goes to its own
+/// account. Counter, ledgers and preferences are asked by name.
+class DebitCreditNote final : public Component {
+ public:
+  /// Held; everything runs on `AdoConnectionObject`.
+  Text ADOConnectionString;
+  Text VoucherNo;
+  /// With `DocFlag` the final number comes from here, and the counter of the series is moved behind
+  /// it.
+  Number manualDocIdentity;
+  Flag DocFlag;
+  Day LastUpdate;
+
+  /// Gives the voucher `voucher_no` its final number, which is left in it, marks it processed and
+  /// posts its lines. False with a reason in `ErrDesc`: an unknown or processed voucher, a branch
+  /// without a payable account (nothing is changed then), or what a sibling refused. Failures of
+  /// the database rise. Neither takes back what was written.
+  bool Process_Voucher(std::string& voucher_no);
+
+ private:
+  bool find_payable_account(Recordset& voucher, std::string& account);
+  bool process(Recordset& voucher, std::string& voucher_no, const std::string& payable_account);
+  void rename(Recordset& voucher, const std::string& identity, const std::string& number);
+  bool post_lines(Recordset& voucher, const std::string& payable_account);
+  bool post_to_vendor(Recordset& voucher, Recordset& line, const std::string& payable_account);
+  bool post_to_account(Recordset& voucher, Recordset& line, const Value& account);
+  void move_counter_behind(Recordset& voucher) const;
+};
 
 std::string text_of(Recordset& row, std::string_view column) {
   return row(column).text_or_empty();
@@ -22,19 +60,13 @@ double amount_of(Recordset& row, std::string_view column) {
   return amount.is_null() ? 0 : amount.to_number();
 }
 
-}  // namespace
-
-Sibling DebitCreditNote::sibling(std::string_view name) const {
-  return {name, ConnectionAccess::instruments(*AdoConnectionObject())};
-}
-
 bool DebitCreditNote::Process_Voucher(std::string& voucher_no) {
   if (!ready("Voucher", {{"VoucherNo", voucher_no}})) return false;
   auto voucher =
       open(sql({"Select * From Voucher_Master Where Voucher_No=", text(voucher_no)}), Keyset);
-  if (voucher.IsEOF()) return refuse("Voucher \"" + voucher_no + "\" is not on file.");
+  if (voucher.IsEOF()) return refused("Voucher \"" + voucher_no + "\" is not on file.");
   if (amount_of(voucher, "process_Flag") != 0) {
-    return refuse("Voucher \"" + voucher_no + "\" is processed already.");
+    return refused("Voucher \"" + voucher_no + "\" is processed already.");
   }
   std::string payable_account;
   return find_payable_account(voucher, payable_account) &&
@@ -42,38 +74,33 @@ bool DebitCreditNote::Process_Voucher(std::string& voucher_no) {
 }
 
 bool DebitCreditNote::find_payable_account(Recordset& voucher, std::string& account) {
-  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-  preferences.set("ConnectionString", AdoConnectionObject()->ConnectionString());
-  std::array<Value, 2> keys{voucher("Company_Prefix"), voucher("Branch_Prefix")};
-  if (!preferences.call("Get_Account_Preferences", keys)) return refused_by(preferences);
-  account = preferences.get("APAccountNo").text_or_empty();
-  return !trim(account).empty() || refuse("Invalid Accounts Payable Account");
+  VendorAccounts accounts(asker());
+  std::string company = text_of(voucher, "Company_Prefix");
+  std::string branch = text_of(voucher, "Branch_Prefix");
+  if (!accounts.read(company, branch)) return false;
+  account = accounts.payable();
+  return accounts.has_payable(account);
 }
 
 bool DebitCreditNote::process(Recordset& voucher, std::string& voucher_no,
                               const std::string& payable_account) {
-  const std::string series = text_of(voucher, "Company_Prefix") +
-                             text_of(voucher, "Branch_Prefix") +
-                             text_of(voucher, "Document_Prefix");
+  const std::string company = text_of(voucher, "Company_Prefix");
+  const std::string branch = text_of(voucher, "Branch_Prefix");
+  const std::string series = text_of(voucher, "Document_Prefix");
   if (DocFlag()) {
     const std::string identity = general_text(manualDocIdentity());
-    voucher_no = series + identity;
+    voucher_no = company + branch + series + identity;
     rename(voucher, identity, voucher_no);
     if (!post_lines(voucher, payable_account)) return false;
     move_counter_behind(voucher);
     return true;
   }
-  auto counter = sibling("OmbrixSystem.CounterTransaction");
-  counter.set({{"CompanyPrefix", voucher("Company_Prefix")},
-               {"BranchPrefix", voucher("Branch_Prefix")},
-               {"DocumentPrefix", voucher("Document_Prefix")}});
-  std::array<Value, 1> connection{AdoConnectionObject()};
-  if (!counter.call("Get_Last_Counter", connection)) return refused_by(counter);
-  const std::string identity = counter.get("NextDocumentNo").to_text();
-  voucher_no = series + identity;
+  SeriesCounter counter(asker(), {company, branch, series});
+  if (!counter.draw()) return false;
+  const std::string identity = counter.number_text();
+  voucher_no = company + branch + series + identity;
   rename(voucher, identity, voucher_no);
-  return post_lines(voucher, payable_account) &&
-         (counter.call("Increase_Counter") || refused_by(counter));
+  return post_lines(voucher, payable_account) && counter.move_on();
 }
 
 void DebitCreditNote::rename(Recordset& voucher, const std::string& identity,
@@ -162,10 +189,8 @@ void DebitCreditNote::move_counter_behind(Recordset& voucher) const {
                " and Document_Next_No <= ", number(manualDocIdentity())}));
 }
 
-namespace {
-
 using Note = DebitCreditNote;
-using Of = MembersOf<Note, Nulls::read_as_empty>;
+using Of = MembersOf<Note>;
 
 constexpr Member kMembers[] = {
     Of::property<&Note::AdoConnectionObject>("AdoConnectionObject"),
@@ -178,11 +203,12 @@ constexpr Member kMembers[] = {
     Of::method<&Note::Process_Voucher>("Process_Voucher"),
 };
 
+constexpr Interface kInterface("OmbrixAccountsExt.DebitCreditNote", kMembers);
+
 }  // namespace
 
-const Interface& debit_credit_note_interface() {
-  static constexpr Interface kInterface("OmbrixAccountsExt.DebitCreditNote", kMembers);
-  return kInterface;
+Shipped debit_credit_note() {
+  return component<DebitCreditNote>(kInterface);
 }
 
 }  // namespace ombrix::components

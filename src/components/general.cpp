@@ -1,8 +1,33 @@
-#include "components/general.h"
+#include <memory>
+#include <optional>
+#include <string>
 
+#include "ombrix/connection.h"
+#include "ombrix/property.h"
+
+#include "components/component.h"
+#include "components/components.h"
 #include "frame/lookup.h"
 
 namespace ombrix::components {
+
+namespace {
+
+/// `OmbrixSystem.General`: reads one value. `AdoConnectionObject` is used when it is set, else
+/// `ADOConnectionString`.
+class General final {
+ public:
+  Text ADOConnectionString;
+  Reference<Connection> AdoConnectionObject;
+
+  /// The field of the first row that the comparisons select, as text; "" when there is none or it
+  /// is Null. Without a `where_field` the first row of the table. Failures of the database rise.
+  std::string GetFldValue(const std::string& table, const std::string& field,
+                          std::optional<std::string> where_field, std::optional<Value> where_value,
+                          std::optional<bool> where_is_number,
+                          std::optional<std::string> second_field,
+                          std::optional<Value> second_value, std::optional<bool> second_is_number);
+};
 
 std::string General::GetFldValue(const std::string& table, const std::string& field,
                                  std::optional<std::string> where_field,
@@ -27,9 +52,7 @@ std::string General::GetFldValue(const std::string& table, const std::string& fi
   return first_value(rows, field);
 }
 
-namespace {
-
-using Of = MembersOf<General, Nulls::read_as_empty>;
+using Of = MembersOf<General>;
 
 constexpr Member kMembers[] = {
     Of::property<&General::ADOConnectionString>("ADOConnectionString"),
@@ -37,11 +60,12 @@ constexpr Member kMembers[] = {
     Of::method<&General::GetFldValue>("GetFldValue"),
 };
 
+constexpr Interface kInterface("OmbrixSystem.General", kMembers);
+
 }  // namespace
 
-const Interface& general_interface() {
-  static constexpr Interface kInterface("OmbrixSystem.General", kMembers);
-  return kInterface;
+Shipped general() {
+  return component<General>(kInterface);
 }
 
 }  // namespace ombrix::components

@@ -1,12 +1,32 @@
-#include "components/inventory.h"
+#include <string>
+
+#include "ombrix/property.h"
 
 #include "base/raw.h"
+#include "components/component.h"
+#include "components/components.h"
 #include "database/connection_access.h"
 
 namespace ombrix::components {
 
 using database::any_text;
 using database::sql;
+
+namespace {
+
+/// `OmbrixInventory.Inventory`: facts of an item for display, read through a session of its own.
+class Inventory final {
+ public:
+  Text ADOConnectionString;
+  /// With the company prefix.
+  Text ItemCode;
+  /// Valid after `Get_Item_Type`.
+  Property<std::string, Access::get> ItemType;
+  Property<std::string, Access::get> ErrDesc;
+
+  /// False with a reason for an item that is not on file.
+  bool Get_Item_Type();
+};
 
 bool Inventory::Get_Item_Type() {
   auto item = database::open_fresh_recordset(
@@ -20,9 +40,7 @@ bool Inventory::Get_Item_Type() {
   return true;
 }
 
-namespace {
-
-using Of = MembersOf<Inventory, Nulls::read_as_empty>;
+using Of = MembersOf<Inventory>;
 
 constexpr Member kMembers[] = {
     Of::property<&Inventory::ADOConnectionString>("ADOConnectionString"),
@@ -32,11 +50,12 @@ constexpr Member kMembers[] = {
     Of::method<&Inventory::Get_Item_Type>("Get_Item_Type"),
 };
 
+constexpr Interface kInterface("OmbrixInventory.Inventory", kMembers);
+
 }  // namespace
 
-const Interface& inventory_interface() {
-  static constexpr Interface kInterface("OmbrixInventory.Inventory", kMembers);
-  return kInterface;
+Shipped inventory() {
+  return component<Inventory>(kInterface);
 }
 
 }  // namespace ombrix::components

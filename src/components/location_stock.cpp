@@ -1,10 +1,35 @@
-#include "components/location_stock.h"
+#include "components/component.h"
+#include "components/components.h"
+#include "database/statement.h"
 
 namespace ombrix::components {
 
 using database::any_text;
 using database::number;
 using database::sql;
+
+namespace {
+
+/// `OmbrixInventory.LocationStock`: the quantity of an item at a location, kept for each unit.
+///
+/// Stock without a location is kept under the empty one. Quantities of any sign are taken, and
+/// stock may fall below zero. Refused is a blank company, branch or item.
+class LocationStock final : public Component {
+ public:
+  Text CompanyPrefix;
+  Text BranchPrefix;
+  Text ItemCode;
+  Text ItemName;
+  Text LocationCode;
+  Text LocationName;
+  /// In units of `UnitName`, not base units.
+  Number LocationQty;
+  Text UnitName;
+  Day LastUpdate;
+
+  /// `direction` 0 raises the quantity, 1 lowers it; any other is refused.
+  bool UpdateLocationStock(const std::int32_t& direction);
+};
 
 bool LocationStock::UpdateLocationStock(const std::int32_t& direction) {
   constexpr std::string_view kWork = "Location stock";
@@ -14,8 +39,8 @@ bool LocationStock::UpdateLocationStock(const std::int32_t& direction) {
     return false;
   }
   if (direction != 0 && direction != 1) {
-    return refuse("Location stock: direction " + std::to_string(direction) +
-                  " is neither 0 (in) nor 1 (out).");
+    return refused("Location stock: direction " + std::to_string(direction) +
+                   " is neither 0 (in) nor 1 (out).");
   }
   const double change = direction == 0 ? LocationQty() : -LocationQty();
   execute(sql(
@@ -30,9 +55,7 @@ bool LocationStock::UpdateLocationStock(const std::int32_t& direction) {
   return true;
 }
 
-namespace {
-
-using Of = MembersOf<LocationStock, Nulls::read_as_empty>;
+using Of = MembersOf<LocationStock>;
 
 constexpr Member kMembers[] = {
     Of::property<&LocationStock::AdoConnectionObject>("AdoConnectionObject"),
@@ -49,11 +72,12 @@ constexpr Member kMembers[] = {
     Of::method<&LocationStock::UpdateLocationStock>("UpdateLocationStock"),
 };
 
+constexpr Interface kInterface("OmbrixInventory.LocationStock", kMembers);
+
 }  // namespace
 
-const Interface& location_stock_interface() {
-  static constexpr Interface kInterface("OmbrixInventory.LocationStock", kMembers);
-  return kInterface;
+Shipped location_stock() {
+  return component<LocationStock>(kInterface);
 }
 
 }  // namespace ombrix::components

@@ -1,6 +1,6 @@
-#include "components/purchase_log.h"
-
-#include "frame/columns.h"
+#include "components/components.h"
+#include "components/row_component.h"
+#include "database/statement.h"
 
 namespace ombrix::components {
 
@@ -8,78 +8,55 @@ using database::sql;
 
 namespace {
 
-using namespace rule;
-
-constexpr Column<PurchaseLog> kLayer[] = {
-    {"Branch_Prefix", always<&PurchaseLog::BranchPrefix>},
-    {"Company_Prefix", always<&PurchaseLog::CompanyPrefix>},
-    {"Document_Prefix", always<&PurchaseLog::DocumentPrefix>},
-    {"Purchase_Document_No", always<&PurchaseLog::PurchaseDocumentNo>},
-    {"Purchase_Document_Prefix", always<&PurchaseLog::PurchaseDocumentPrefix>},
-    {"Purchase_Log_Date", always<&PurchaseLog::PurchaseLogDate>},
-    {"Last_Update", always<&PurchaseLog::LastUpdate>},
-    {"Item_Code", always<&PurchaseLog::ItemCode>},
-    {"Item_Name", always<&PurchaseLog::ItemName>},
-    {"Unit_Code", always<&PurchaseLog::UnitCode>},
-    {"Unit_Name", always<&PurchaseLog::UnitName>},
-    {"FOC_Flag", number_unless_empty<&PurchaseLog::FOC_Flag>},
-    {"Unit_Qty", always<&PurchaseLog::UnitQty>},
-    {"Purchase_Qty", always<&PurchaseLog::PurchaseQty>},
-    {"Total_Purchase_Qty", always<&PurchaseLog::TotalPurchaseQty>},
-    {"Purchase_Unit_Price", always<&PurchaseLog::PurchaseUnitPrice>},
-    {"Purchase_Item_Amount", always<&PurchaseLog::PurchaseItemAmount>},
-    {"Proj_No", null_if_empty<&PurchaseLog::ProjNo>},
+constexpr Stored kLayer[] = {
+    {"BranchPrefix", "Branch_Prefix"},
+    {"CompanyPrefix", "Company_Prefix"},
+    {"DocumentPrefix", "Document_Prefix"},
+    {"PurchaseDocumentNo", "Purchase_Document_No"},
+    {"PurchaseDocumentPrefix", "Purchase_Document_Prefix"},
+    {"PurchaseLogDate", "Purchase_Log_Date", Type::day},
+    {"LastUpdate", "Last_Update", Type::day},
+    {"ItemCode", "Item_Code"},
+    {"ItemName", "Item_Name"},
+    {"UnitCode", "Unit_Code"},
+    {"UnitName", "Unit_Name"},
+    // As the line has it, non-zero means free of charge.
+    {"FOC_Flag", "FOC_Flag", Type::any, number_unless_empty},
+    {"UnitQty", "Unit_Qty", Type::number},                     // base units in one unit of the line
+    {"PurchaseQty", "Purchase_Qty", Type::number},             // line units
+    {"TotalPurchaseQty", "Total_Purchase_Qty", Type::number},  // base units
+    {"PurchaseUnitPrice", "Purchase_Unit_Price", Type::number},
+    {"PurchaseItemAmount", "Purchase_Item_Amount", Type::number},
+    {"ProjNo", "Proj_No", Type::text, null_if_empty},
 };
 
-}  // namespace
+/// `OmbrixInventory.PurchaseLog`: the purchase layers of an item, which a return consumes later.
+/// Quantities and amounts of any sign are taken. Refused is a blank company, branch, item or
+/// purchase document.
+class PurchaseLog final : public RowComponent {
+ public:
+  PurchaseLog() : RowComponent(kLayer) {}
 
-bool PurchaseLog::Create_PurchaseLog() {
-  if (!ready("Purchase log", {{"CompanyPrefix", CompanyPrefix()},
-                              {"BranchPrefix", BranchPrefix()},
-                              {"ItemCode", ItemCode()},
-                              {"PurchaseDocumentNo", PurchaseDocumentNo()}})) {
-    return false;
+  /// Writes the members as a layer of which nothing is sold.
+  bool Create_PurchaseLog() {
+    if (!ready_with("Purchase log",
+                    {"CompanyPrefix", "BranchPrefix", "ItemCode", "PurchaseDocumentNo"})) {
+      return false;
+    }
+    write_row(sql({"Select * From Purchase_Log"}));
+    return true;
   }
-  auto layer = open(sql({"Select * From Purchase_Log"}), Dynamic);
-  layer.AddNew();
-  write_columns(kLayer, *this, layer);
-  layer.Update();
-  return true;
-}
-
-namespace {
-
-using Of = MembersOf<PurchaseLog, Nulls::read_as_empty>;
-
-constexpr Member kMembers[] = {
-    Of::property<&PurchaseLog::AdoConnectionObject>("AdoConnectionObject"),
-    Of::property<&PurchaseLog::BranchPrefix>("BranchPrefix"),
-    Of::property<&PurchaseLog::CompanyPrefix>("CompanyPrefix"),
-    Of::property<&PurchaseLog::DocumentPrefix>("DocumentPrefix"),
-    Of::property<&PurchaseLog::PurchaseDocumentNo>("PurchaseDocumentNo"),
-    Of::property<&PurchaseLog::PurchaseDocumentPrefix>("PurchaseDocumentPrefix"),
-    Of::property<&PurchaseLog::PurchaseLogDate>("PurchaseLogDate"),
-    Of::property<&PurchaseLog::LastUpdate>("LastUpdate"),
-    Of::property<&PurchaseLog::ItemCode>("ItemCode"),
-    Of::property<&PurchaseLog::ItemName>("ItemName"),
-    Of::property<&PurchaseLog::UnitCode>("UnitCode"),
-    Of::property<&PurchaseLog::UnitName>("UnitName"),
-    Of::property<&PurchaseLog::FOC_Flag>("FOC_Flag"),
-    Of::property<&PurchaseLog::UnitQty>("UnitQty"),
-    Of::property<&PurchaseLog::PurchaseQty>("PurchaseQty"),
-    Of::property<&PurchaseLog::TotalPurchaseQty>("TotalPurchaseQty"),
-    Of::property<&PurchaseLog::PurchaseUnitPrice>("PurchaseUnitPrice"),
-    Of::property<&PurchaseLog::PurchaseItemAmount>("PurchaseItemAmount"),
-    Of::property<&PurchaseLog::ProjNo>("ProjNo"),
-    Of::property<&PurchaseLog::ErrDesc>("ErrDesc"),
-    Of::method<&PurchaseLog::Create_PurchaseLog>("Create_PurchaseLog"),
 };
+
+constexpr auto kMembers = members_with<PurchaseLog>(
+    kLayer,
+    {MembersOf<PurchaseLog>::method<&PurchaseLog::Create_PurchaseLog>("Create_PurchaseLog")});
+constexpr Interface kInterface("OmbrixInventory.PurchaseLog", kMembers);
 
 }  // namespace
 
-const Interface& purchase_log_interface() {
-  static constexpr Interface kInterface("OmbrixInventory.PurchaseLog", kMembers);
-  return kInterface;
+Shipped purchase_log() {
+  return component<PurchaseLog>(kInterface);
 }
 
 }  // namespace ombrix::components

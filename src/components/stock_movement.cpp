@@ -1,6 +1,6 @@
-#include "components/stock_movement.h"
-
-#include "frame/columns.h"
+#include "components/components.h"
+#include "components/row_component.h"
+#include "database/statement.h"
 
 namespace ombrix::components {
 
@@ -8,86 +8,59 @@ using database::sql;
 
 namespace {
 
-using namespace rule;
-
-constexpr Column<StockMovement> kJournal[] = {
-    {"Company_Prefix", always<&StockMovement::CompanyPrefix>},
-    {"Branch_Prefix", always<&StockMovement::BranchPrefix>},
-    {"Document_Prefix", always<&StockMovement::DocumentPrefix>},
-    {"Item_Code", always<&StockMovement::ItemCode>},
-    {"Item_Name", always<&StockMovement::ItemName>},
-    {"Unit_Code", always<&StockMovement::UnitCode>},
-    {"Unit_Name", always<&StockMovement::UnitName>},
-    {"FOC_Flag", number_unless_empty<&StockMovement::FOC_Flag>},
-    {"Unit_Qty", always<&StockMovement::UnitQty>},
-    {"In_Qty", always<&StockMovement::InQty>},
-    {"In_Amount", always<&StockMovement::InAmount>},
-    {"In_Price", always<&StockMovement::InPrice>},
-    {"Out_Qty", always<&StockMovement::OutQty>},
-    {"Out_Amount", always<&StockMovement::OutAmount>},
-    {"Out_Price", always<&StockMovement::OutPrice>},
-    {"Document_No", always<&StockMovement::DocumentNo>},
-    {"Document_Date", always<&StockMovement::DocumentDate>},
-    {"Document_Type", always<&StockMovement::DocumentType>},
-    {"location_ID", always<&StockMovement::LocationID>},
-    {"Location_Name", always<&StockMovement::LocationName>},
-    {"Last_Update", always<&StockMovement::LastUpdate>},
-    {"Stock_Comments", always<&StockMovement::StockComments>},
+constexpr Stored kJournal[] = {
+    {"CompanyPrefix", "Company_Prefix"},
+    {"BranchPrefix", "Branch_Prefix"},
+    {"DocumentPrefix", "Document_Prefix"},
+    {"ItemCode", "Item_Code"},
+    {"ItemName", "Item_Name"},
+    {"UnitCode", "Unit_Code"},
+    {"UnitName", "Unit_Name"},
+    // As the line has it, non-zero means free of charge.
+    {"FOC_Flag", "FOC_Flag", Type::any, number_unless_empty},
+    // Base units in one unit of the line; the quantities behind it are in base units.
+    {"UnitQty", "Unit_Qty", Type::number},
+    {"InQty", "In_Qty", Type::number},
+    {"InAmount", "In_Amount", Type::number},
+    {"InPrice", "In_Price", Type::number},
+    {"OutQty", "Out_Qty", Type::number},
+    {"OutAmount", "Out_Amount", Type::number},
+    {"OutPrice", "Out_Price", Type::number},
+    {"DocumentNo", "Document_No"},
+    {"DocumentDate", "Document_Date", Type::day},
+    {"DocumentType", "Document_Type"},  // "IN" or "OUT"
+    {"LocationID", "location_ID"},
+    {"LocationName", "Location_Name"},
+    {"LastUpdate", "Last_Update", Type::day},
+    {"StockComments", "Stock_Comments"},
 };
 
-}  // namespace
+/// `OmbrixInventory.StockMovement`: the stock journal. Quantities and amounts of any sign are
+/// taken. Refused is a blank company, branch, item or document.
+class StockMovement final : public RowComponent {
+ public:
+  StockMovement() : RowComponent(kJournal) {}
 
-bool StockMovement::RecordMovement(std::optional<double> /*quantity*/) {
-  if (!ready("Stock movement", {{"CompanyPrefix", CompanyPrefix()},
-                                {"BranchPrefix", BranchPrefix()},
-                                {"ItemCode", ItemCode()},
-                                {"DocumentNo", DocumentNo()}})) {
-    return false;
+  /// Writes the members as an entry of the journal. A caller may pass the base quantity; the entry
+  /// holds the members.
+  bool RecordMovement(std::optional<double> /*quantity*/) {
+    if (!ready_with("Stock movement",
+                    {"CompanyPrefix", "BranchPrefix", "ItemCode", "DocumentNo"})) {
+      return false;
+    }
+    write_row(sql({"Select * From Stock_Movement"}));
+    return true;
   }
-  auto entry = open(sql({"Select * From Stock_Movement"}), Dynamic);
-  entry.AddNew();
-  write_columns(kJournal, *this, entry);
-  entry.Update();
-  return true;
-}
-
-namespace {
-
-using Of = MembersOf<StockMovement, Nulls::read_as_empty>;
-
-constexpr Member kMembers[] = {
-    Of::property<&StockMovement::AdoConnectionObject>("AdoConnectionObject"),
-    Of::property<&StockMovement::CompanyPrefix>("CompanyPrefix"),
-    Of::property<&StockMovement::BranchPrefix>("BranchPrefix"),
-    Of::property<&StockMovement::DocumentPrefix>("DocumentPrefix"),
-    Of::property<&StockMovement::ItemCode>("ItemCode"),
-    Of::property<&StockMovement::ItemName>("ItemName"),
-    Of::property<&StockMovement::UnitCode>("UnitCode"),
-    Of::property<&StockMovement::UnitName>("UnitName"),
-    Of::property<&StockMovement::FOC_Flag>("FOC_Flag"),
-    Of::property<&StockMovement::UnitQty>("UnitQty"),
-    Of::property<&StockMovement::InQty>("InQty"),
-    Of::property<&StockMovement::InAmount>("InAmount"),
-    Of::property<&StockMovement::InPrice>("InPrice"),
-    Of::property<&StockMovement::OutQty>("OutQty"),
-    Of::property<&StockMovement::OutAmount>("OutAmount"),
-    Of::property<&StockMovement::OutPrice>("OutPrice"),
-    Of::property<&StockMovement::DocumentNo>("DocumentNo"),
-    Of::property<&StockMovement::DocumentDate>("DocumentDate"),
-    Of::property<&StockMovement::DocumentType>("DocumentType"),
-    Of::property<&StockMovement::LocationID>("LocationID"),
-    Of::property<&StockMovement::LocationName>("LocationName"),
-    Of::property<&StockMovement::LastUpdate>("LastUpdate"),
-    Of::property<&StockMovement::StockComments>("StockComments"),
-    Of::property<&StockMovement::ErrDesc>("ErrDesc"),
-    Of::method<&StockMovement::RecordMovement>("StockMovement"),
 };
+
+constexpr auto kMembers = members_with<StockMovement>(
+    kJournal, {MembersOf<StockMovement>::method<&StockMovement::RecordMovement>("StockMovement")});
+constexpr Interface kInterface("OmbrixInventory.StockMovement", kMembers);
 
 }  // namespace
 
-const Interface& stock_movement_interface() {
-  static constexpr Interface kInterface("OmbrixInventory.StockMovement", kMembers);
-  return kInterface;
+Shipped stock_movement() {
+  return component<StockMovement>(kInterface);
 }
 
 }  // namespace ombrix::components

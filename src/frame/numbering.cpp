@@ -6,20 +6,17 @@
 #include "base/raw.h"
 #include "database/statement.h"
 
-namespace ombrix::purchase {
+namespace ombrix {
 
-using database::sql;
-using database::text;
-
-Frame::SeriesCounter::SeriesCounter(Frame& document, const Series& series)
-    : document_(document), component_(document.sibling("OmbrixSystem.CounterTransaction")) {
+SeriesCounter::SeriesCounter(const Asker& asker, const Series& series)
+    : asker_(asker), component_(asker.sibling("OmbrixSystem.CounterTransaction")) {
   component_.set({{"CompanyPrefix", series.company},
                   {"BranchPrefix", series.branch},
                   {"DocumentPrefix", series.document}});
 }
 
-bool Frame::SeriesCounter::draw(std::optional<bool> temporary) {
-  auto& connection = raw(document_.AdoConnectionObject);
+bool SeriesCounter::draw(std::optional<bool> temporary) {
+  auto& connection = asker_.connection;
   std::vector<Value> arguments{Value(connection)};
   if (temporary) arguments.emplace_back(*temporary);
   const bool drawn = component_.call("Get_Last_Counter", arguments);
@@ -30,14 +27,21 @@ bool Frame::SeriesCounter::draw(std::optional<bool> temporary) {
     if (returned && !taken) raise_type_mismatch();
     connection = std::move(taken);
   }
-  return drawn || document_.refused_by(component_);
+  return drawn || asker_.refused_by(component_);
 }
 
-bool Frame::SeriesCounter::move_on(std::optional<bool> temporary) {
+bool SeriesCounter::move_on(std::optional<bool> temporary) {
   std::vector<Value> arguments;
   if (temporary) arguments.emplace_back(*temporary);
-  return component_.call("Increase_Counter", arguments) || document_.refused_by(component_);
+  return component_.call("Increase_Counter", arguments) || asker_.refused_by(component_);
 }
+
+}  // namespace ombrix
+
+namespace ombrix::purchase {
+
+using database::sql;
+using database::text;
 
 bool Document::FinalNumber::draw() {
   if (raw(document_.DocFlag)) {

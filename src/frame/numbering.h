@@ -6,25 +6,25 @@
 
 #include "ombrix/purchase/document.h"
 
-#include "frame/sibling.h"
+#include "frame/asker.h"
 
-namespace ombrix::purchase {
+namespace ombrix {
 
 /// The counter of a series, from drawing a number to moving on. The component gives its number back
 /// when it is released before it moved on.
-class Frame::SeriesCounter {
+class SeriesCounter {
  public:
   struct Series {
     const std::string& company;
     const std::string& branch;
     const std::string& document;
   };
-  SeriesCounter(Frame& document, const Series& series);
+  SeriesCounter(const Asker& asker, const Series& series);
 
   /// A series without a row is opened.
   void skip_checking() { component_.set("SkipChecking", true); }
-  /// False with the component's reason in the document's `ErrDesc`. `temporary` is left out of the
-  /// calls that draw a final number.
+  /// False with the component's reason. `temporary` is left out of the calls that draw a final
+  /// number.
   bool draw(std::optional<bool> temporary = std::nullopt);
   /// The number as the component gives it, for a key that is a text.
   std::string number_text() { return component_.get("NextDocumentNo").to_text(); }
@@ -33,16 +33,21 @@ class Frame::SeriesCounter {
   bool move_on(std::optional<bool> temporary = std::nullopt);
 
  private:
-  Frame& document_;
+  Asker asker_;
   Sibling component_;
 };
+
+}  // namespace ombrix
+
+namespace ombrix::purchase {
 
 /// The counter of a document's own series, or of another one of its branch.
 class Document::Counter : public SeriesCounter {
  public:
   explicit Counter(Document& document) : Counter(document, document.DocumentPrefix()) {}
   Counter(Document& document, const std::string& series)
-      : SeriesCounter(document, {document.CompanyPrefix(), document.BranchPrefix(), series}) {}
+      : SeriesCounter(document.asker(),
+                      {document.CompanyPrefix(), document.BranchPrefix(), series}) {}
 };
 
 /// The final number of a document in a run that processes it: from the counter of its series, or

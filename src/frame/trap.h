@@ -10,7 +10,6 @@ namespace ombrix {
 enum class Trap : unsigned char {
   plain,           ///< `ErrDesc` becomes the description
   first_reason,    ///< as plain, but only when `ErrDesc` is empty
-  skip_null,       ///< as plain; the method's assignments carry on behind an invalid use of Null
   silent,          ///< `ErrDesc` stays
   numbered,        ///< number, " : " and description
   numbered_close,  ///< number directly followed by the description

@@ -7,7 +7,7 @@
 
 #include "ombrix/components.h"
 
-#include "hosting/interface.h"
+#include "hosting/hosted.h"
 
 namespace ombrix {
 
@@ -31,6 +31,14 @@ class Shipped final : public ClassFactory {
   const Interface& interface_;
   Make make_;
 };
+
+/// An object of class `C` for each name.
+template <class C>
+Shipped shipped_as(Shipped::Role role, const Interface& interface) {
+  return {role, interface, [](const Interface& members) -> ObjectRef {
+            return std::make_shared<Hosted<C>>(members);
+          }};
+}
 
 /// The one list of everything that ships.
 std::span<const Shipped> shipped();

@@ -8,7 +8,6 @@
 #include "frame/discount_spread.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
-#include "frame/saving.h"
 #include "frame/trap.h"
 #include "invoices/purchase_invoice_columns.h"
 #include "invoices/purchase_invoice_fills.h"
@@ -96,7 +95,7 @@ bool PurchaseInvoice::Save_Purchase_Invoice_Detail() {
 
 bool PurchaseInvoice::Get_Purchase_Invoice() {
   if (PurchaseInvNo().empty()) return refused("Invalid Purchase Invoice Number");
-  return trapped(Trap::skip_null, [&] {
+  return trapped(Trap::plain, [&] {
     auto master = open_fresh(sql({"Select * from Purchase_Invoice_Master Where Purchase_Inv_No=",
                                   text(PurchaseInvNo())}),
                              Keyset, ConnectionString());

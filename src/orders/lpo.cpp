@@ -4,7 +4,6 @@
 #include "database/statement.h"
 #include "frame/discount_spread.h"
 #include "frame/numbering.h"
-#include "frame/saving.h"
 #include "frame/trap.h"
 #include "orders/lpo_columns.h"
 
@@ -91,7 +90,7 @@ bool LPO::Save_LPO_Detail() {
 }
 
 bool LPO::Get_LPO() {
-  return trapped(Trap::skip_null, [&] {
+  return trapped(Trap::plain, [&] {
     if (ConnectionString().empty()) return refused("Invalid Connection string Property.");
     if (LPONo().empty()) return refused("Invalid LPO Number");
     auto master = open_fresh(sql({"Select * from LPO_Master Where LPO_No=", text(LPONo())}), Keyset,

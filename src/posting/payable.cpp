@@ -2,19 +2,16 @@
 
 #include "base/raw.h"
 #include "base/text.h"
-#include "frame/sibling.h"
+#include "frame/vendor_accounts.h"
 
 namespace ombrix::purchase {
 
 bool PostedDocument::find_payable_account(bool tells_branch, std::string& account) {
-  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-  preferences.set("ConnectionString", connection().ConnectionString());
-  if (tells_branch) preferences.set("BranchPrefix", BranchPrefix());
-  if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
-    return refused_by(preferences);
-  }
-  account = preferences.get("APAccountNo").text_or_empty();
-  return !trim(account).empty() || refused("Invalid Accounts Payable Account");
+  VendorAccounts accounts(asker());
+  if (tells_branch) accounts.tell("BranchPrefix", BranchPrefix());
+  if (!accounts.read(raw(CompanyPrefix), raw(BranchPrefix))) return false;
+  account = accounts.payable();
+  return accounts.has_payable(account);
 }
 
 bool PostedDocument::enter_payable(const Payable& payable, const std::string& account) {

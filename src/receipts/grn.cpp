@@ -3,7 +3,6 @@
 #include "base/raw.h"
 #include "database/statement.h"
 #include "frame/numbering.h"
-#include "frame/saving.h"
 #include "frame/trap.h"
 #include "receipts/grn_columns.h"
 
@@ -159,7 +158,7 @@ void GRN::count_in(const GRNLine& line) {
 }
 
 bool GRN::Get_GRN() {
-  return trapped(Trap::skip_null, [&] {
+  return trapped(Trap::plain, [&] {
     if (GRNNo().empty()) return refused("Invalid GRN Number");
     auto master =
         open(sql({"Select * from Goods_Receive_Master Where GRN_No=", text(GRNNo())}), Static);

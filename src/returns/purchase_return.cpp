@@ -4,7 +4,6 @@
 #include "database/statement.h"
 #include "frame/lookup.h"
 #include "frame/numbering.h"
-#include "frame/saving.h"
 #include "frame/sibling.h"
 #include "frame/trap.h"
 #include "returns/purchase_return_columns.h"
@@ -80,7 +79,7 @@ double PurchaseReturn::next_serial() const {
 }
 
 bool PurchaseReturn::Get_Purchase_Rtn() {
-  return trapped(Trap::skip_null, [&] {
+  return trapped(Trap::plain, [&] {
     if (PurchaseRtnNo().empty()) return refused("Invalid Purchase Return Number");
     auto master = open_fresh(
         sql({"Select * from Purchase_Return_Master Where Purchase_Rtn_No=", text(PurchaseRtnNo())}),

@@ -13,6 +13,7 @@
 #include "frame/numbering.h"
 #include "frame/sibling.h"
 #include "frame/trap.h"
+#include "frame/vendor_accounts.h"
 #include "hosting/dialogue.h"
 
 namespace ombrix::purchase {
@@ -98,12 +99,8 @@ bool PurchaseReturn::Create_Voucher_Master(std::string& pReturnNo, std::string& 
              Static);
     if (document.RecordCount() < 1) return true;
     write_memo_master(document, pVoucherNo);
-    auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-    preferences.set("ConnectionString", connection().ConnectionString());
-    if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
-      return refused_by(preferences);
-    }
-
+    VendorAccounts accounts(asker());
+    if (!accounts.read(raw(CompanyPrefix), raw(BranchPrefix))) return false;
     const double amount = figure(document, "Purchase_Rtn_Amount");
     return write_memo_line(pVoucherNo,
                            {1, "Vendor", document("Vendor_Code").text(),

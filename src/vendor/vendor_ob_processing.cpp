@@ -6,6 +6,7 @@
 #include "database/statement.h"
 #include "frame/numbering.h"
 #include "frame/trap.h"
+#include "frame/vendor_accounts.h"
 #include "vendor/vendor_ob_columns.h"
 
 namespace ombrix::purchase {
@@ -53,18 +54,13 @@ bool VendorOB::Process_OB() {
 }
 
 bool VendorOB::read_accounts(Accounts& accounts) {
-  auto preferences = sibling("OmbrixAccounts.AccountPreferences");
-  preferences.set({{"ConnectionString", connection().ConnectionString()},
-                   {"BranchPrefix", BranchPrefix()},
-                   {"CompanyPrefix", CompanyPrefix()}});
-  if (!preferences.call("Get_Account_Preferences", {&raw(CompanyPrefix), &raw(BranchPrefix)})) {
-    return refused_by(preferences);
-  }
-  accounts.payable = preferences.get("APAccountNo").text_or_empty();
-  accounts.advance = preferences.get("AdvPmtAccountNo").text_or_empty();
-  if (trim(accounts.payable).empty()) return refused("Invalid Accounts Payable Account");
-  if (trim(accounts.advance).empty()) return refused("Invalid Advance Payment Account");
-  return true;
+  VendorAccounts preferences(asker());
+  preferences.tell("BranchPrefix", BranchPrefix());
+  preferences.tell("CompanyPrefix", CompanyPrefix());
+  if (!preferences.read(raw(CompanyPrefix), raw(BranchPrefix))) return false;
+  accounts.payable = preferences.payable();
+  accounts.advance = preferences.advance();
+  return preferences.has_payable(accounts.payable) && preferences.has_advance(accounts.advance);
 }
 
 void VendorOB::take(Recordset& line, OpeningBalance& balance) {
@@ -82,7 +78,7 @@ void VendorOB::take(Recordset& line, OpeningBalance& balance) {
 
 bool VendorOB::make_document(const Making& making, OpeningBalance& balance) {
   return trapped(Trap::plain, [&] {
-    SeriesCounter counter(*this, {CompanyPrefix(), BranchPrefix(), DocumentPrefix()});
+    SeriesCounter counter(asker(), {CompanyPrefix(), BranchPrefix(), DocumentPrefix()});
     counter.skip_checking();
     if (!counter.draw()) return false;
     balance.identity = counter.whole_number();
