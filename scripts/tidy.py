@@ -22,6 +22,27 @@ LONG_BY_NATURE = {"schema/ombrix.sql"}
 # never up, and no file is added.
 STILL_TOO_LONG = {}
 
+# An include stays in its room or goes to a floor below; two rooms of one floor never meet.
+FLOORS = (
+    ("base",),
+    ("database",),
+    ("hosting",),
+    ("frame",),
+    ("components", "posting", "stock"),
+    ("vendor", "orders", "receipts", "invoices", "returns", "cash"),
+    ("catalogue.cpp",),
+)
+# Where the public headers stand: a room may include those of its own floor and below.
+PUBLIC_FLOORS = (
+    ("failure.h", "date.h", "value.h", "object.h", "property.h"),
+    ("instruments.h", "connection.h", "recordset.h", "schema.h"),
+    ("grid.h", "components.h", "dialogue.h", "entry_points.h", "ombrix.h"),
+    ("worker.h", "purchase/frame.h", "purchase/document.h", "purchase/posted_document.h"),
+    (),
+    ("purchase/vendor.h", "purchase/vendor_ob.h", "purchase/lpo.h", "purchase/grn.h",
+     "purchase/purchase_invoice.h", "purchase/purchase_return.h", "purchase/cash_purchase.h"),
+)
+
 # Put together here, so that this file does not find itself.
 LEFTOVER = re.compile(rf"\b({'|'.join(('TO' + 'DO', 'FIX' + 'ME', 'X' + 'XX', 'HA' + 'CK'))})\b")
 MACHINE_PATH = re.compile(r"(?<![\w.}/:])/(?:home|root|work|tmp|opt|mnt|Users)/|\b[A-Z]:\\\\?Users")
@@ -57,6 +78,23 @@ def long_functions(lines):
             yield start + 1, end - start + 1
 
 
+def floor_of(path):
+    """The floor of a source or of a public header, and its room; no floor for any other path."""
+    head, _, rest = path.partition("/")
+    floors, name = (PUBLIC_FLOORS, rest) if head == "ombrix" else (FLOORS, head)
+    return next((floor for floor, names in enumerate(floors) if name in names), None), head
+
+
+def floor_finding(path, include):
+    own, room = floor_of(path.removeprefix("src/").removeprefix("include/"))
+    other, other_room = floor_of(include)
+    if own is None or other is None:
+        return f'"{include}" or this file stands on no floor of scripts/tidy.py'
+    if other > own or (other == own and room != other_room and "ombrix" not in (room, other_room)):
+        return f'"{include}" lies above or beside this floor'
+    return None
+
+
 def code_findings(path, lines):
     for number, length in long_functions(lines):
         yield number, f"a function of {length} lines, over {FUNCTION_LIMIT}"
@@ -65,6 +103,10 @@ def code_findings(path, lines):
         if include and not any(os.path.exists(os.path.join(ROOT, root, include[1]))
                                for root in INCLUDE_ROOTS):
             yield number, f'"{include[1]}" is no path from a root of headers'
+        elif include and path.startswith(("src/", "include/")):
+            finding = floor_finding(path, include[1])
+            if finding:
+                yield number, finding
 
 
 def length_finding(path, length):
