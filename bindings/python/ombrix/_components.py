@@ -137,7 +137,6 @@ def _destroy(key: int) -> None:
 def _make(key: int, handle: Any) -> None:
     thing = own[key]()
     if isinstance(thing, Held):
-        thing._lend()
         lent.add(class_name_of(thing._handle.value))
         handle[0] = made(lib.retain, thing._handle)
     else:

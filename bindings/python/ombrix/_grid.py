@@ -5,16 +5,17 @@ from __future__ import annotations
 import operator
 import struct
 from ctypes import byref, c_int32, c_size_t
-from typing import Any, List, Optional, Tuple
+from typing import Any, List, Mapping, Optional, Tuple
 
-from ._failures import SUBSCRIPT, Failure, check, mismatch
+from ._failures import SUBSCRIPT, Failure, check, mismatch, raise_last
 from ._handles import Held, kinds, made
 from ._library import LONG, NO_ARGUMENTS, TWO, Mark, Value, lib
 from ._values import encode, encode_text, take
 
-_MOST_UNSENT = 3 * 10000
 # Two Values of type Long in a row: packing them costs a third of filling two structures.
 _pack_longs = struct.Struct("=" + "iiiiq" * 2).pack
+_pack_cell = struct.Struct("=iii").pack
+_fill, _ONE = lib.grid_fill, c_size_t(1)
 
 
 class Grid(Held):
@@ -23,73 +24,55 @@ class Grid(Held):
         grid = ombrix.Grid(rows=20, cols=40)
         grid[1, 7] = 10                # a number becomes its general text
         print(grid[1, 7])              # "10"
+        grid.fill(1, {1: "1002", 7: 10, 15: "AA01GL5000"})
 
     Row 0 is the heading, lines begin in row 1. Outside the grid both raise `Failure` 9.
     """
 
-    __slots__ = ("_unsent", "_rows", "_columns", "_direct")
-    # A call into the library costs more than all else about a cell. So texts wait here until
-    # something can see them: a method of the grid, or a call of an object that holds it. The size
-    # stands beside them, and is 0 when it has to be asked for; none waits then.
-    # Row, column and text in turn.
-    _unsent: List[Any]
-    _rows: int
-    _columns: int
-    # Not 0 while others may look at the grid at any time: texts do not wait then.
-    _direct: int
+    # Whether it was made here; another grid has no more than the members of one.
+    __slots__ = ("_in_memory",)
 
     def __init__(self, rows: int, cols: int) -> None:
         self._hold(made(lib.grid_new, _long(rows), _long(cols)), "Grid")
-        self._direct = 0
+        self._in_memory = True
 
     def _hold(self, handle: int, class_name: str) -> None:
         super()._hold(handle, class_name)
-        self._unsent, self._rows, self._columns, self._direct = [], 0, 0, 1
+        self._in_memory = False
 
     def __getitem__(self, cell: Tuple[int, int]) -> str:
         return self._read(b"TextMatrix", cell)
 
     def __setitem__(self, cell: Tuple[int, int], value: Any) -> None:
         text = value if type(value) is str else _plain_text(value)
-        try:
-            row, column = cell
-            encoded = text.encode()
-        except (AttributeError, TypeError, ValueError):
-            self._write(_whole(cell), text, value)
-            return
-        if (type(row) is int and type(column) is int
-                and 0 <= row < self._rows and 0 <= column < self._columns):
-            unsent = self._unsent
-            unsent.extend((row, column, encoded))
-            if len(unsent) > _MOST_UNSENT:
-                self._send()
-        else:
-            self._write(_whole(cell), text, value)
-
-    def _write(self, cell: Tuple[int, int], text: Optional[str], value: Any) -> None:
-        """Everything but a text for a grid whose size is known."""
-        if text is None or self._direct:
-            self._let(b"TextMatrix", _pair(*cell), TWO, value)
+        if text is None or not self._in_memory:
+            self._let(b"TextMatrix", _pair(*_whole(cell)), TWO, value)
             return
         encoded = encode_text(text)
-        rows, columns = self._size()
-        if not (0 <= cell[0] < rows and 0 <= cell[1] < columns):
-            raise Failure(SUBSCRIPT, "Subscript out of range")
-        self._rows, self._columns = rows, columns
-        self._unsent.extend((*cell, encoded))
+        try:
+            packed = _pack_cell(*cell, len(encoded))
+        except (TypeError, struct.error):
+            packed = _pack_cell(*_whole(cell), len(encoded))
+        if _fill(self._handle, packed, _ONE, encoded):
+            raise_last()
 
-    def _send(self) -> None:
-        unsent = self._unsent
-        if unsent:
-            self._unsent, self._rows = [], 0
-            texts = unsent[2::3]
-            unsent[2::3] = map(len, texts)
-            cells = struct.pack(f"={len(unsent)}i", *unsent)
-            check(lib.grid_fill(self._handle, cells, len(texts), b"".join(texts)))
+    def fill(self, row: int, cells: Mapping[int, Any]) -> None:
+        """Writes many cells of a row, by their columns, in one call. A cell that is refused ends
+        it; those before it are written."""
+        texts, packed = [], []
+        for column, value in cells.items():
+            text = value if type(value) is str else _plain_text(value)
+            if text is None or not self._in_memory:
+                self._fill(packed, texts)
+                texts, packed = [], []
+                self[row, column] = value
+                continue
+            texts.append(encode_text(text))
+            packed.append(_pack_cell(*_whole((row, column)), len(texts[-1])))
+        self._fill(packed, texts)
 
-    def _lend(self) -> None:
-        self._send()
-        self._direct += 1
+    def _fill(self, packed: List[bytes], texts: List[bytes]) -> None:
+        check(_fill(self._handle, b"".join(packed), c_size_t(len(texts)), b"".join(texts)))
 
     __iter__ = None
 
@@ -138,13 +121,11 @@ class Grid(Held):
             return "<Grid released>"
 
     def _read(self, member: bytes, cell: Tuple[int, int]) -> Any:
-        self._send()
         result = Value()
         check(lib.get(self._handle, member, _pair(*_whole(cell)), TWO, byref(result)))
         return take(result)
 
     def _let(self, member: bytes, indices: Any, count: c_size_t, value: Any) -> None:
-        self._send()
         target = Value()
         kept = encode(target, value)
         check(lib.let(self._handle, member, indices, count, byref(target)))

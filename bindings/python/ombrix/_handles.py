@@ -56,9 +56,6 @@ class Held:
         except AttributeError:
             pass  # It was never held: what should have made it raised.
 
-    def _lend(self) -> None:
-        """From now on others than this wrapper may use what it stands for."""
-
     @classmethod
     def _public(cls) -> Iterable[str]:
         return [name for name in dir(cls) if not name.startswith("_")]

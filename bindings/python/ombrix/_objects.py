@@ -6,11 +6,10 @@ from ctypes import byref, c_size_t, c_uint64
 from typing import Any, Dict, List, Optional, Sequence, Tuple
 
 from ._failures import Failure, check, mismatch, raise_interrupt, raise_last
-from ._grid import Grid
 from ._handles import Held, adopt, class_name_of, kinds, made, no_member
 from ._library import (CAN_CALL, CAN_GET, CAN_LET, CAN_SET, NO_ARGUMENTS,
                        NO_MEMBER_STATUS, OBJECT, MemberInfo, Value, lib)
-from ._values import Shared, call, encode, encoded_name, put_object, take
+from ._values import Shared, call, encode, encoded_name, take
 
 _OBJECT_TYPES = ("grid", "connection")
 _KEYS = ("CompanyPrefix", "BranchPrefix", "DocumentPrefix")
@@ -92,20 +91,14 @@ class Object(Held):
         if not lpo.Create_LPO(): ...   # call
     """
 
-    __slots__ = ("_table", "_grids", "_shared")
+    __slots__ = ("_table",)
     _table: Table
-    # The grids that it holds, by property: what was written to them is sent before each call.
-    _grids: Dict[str, Grid]
-    # Not 0 while others may use it: then its grids are written to at once.
-    _shared: int
 
     @classmethod
     def _adopted(cls, handle: int, class_name: str) -> Object:
         self = cls.__new__(cls)
         self._hold(handle, class_name)
         object.__setattr__(self, "_table", table_of(self._handle, class_name))
-        object.__setattr__(self, "_grids", {})
-        object.__setattr__(self, "_shared", 0)
         return self
 
     def __getattr__(self, name: str) -> Any:
@@ -159,41 +152,13 @@ class Object(Held):
             check(_let(self._handle, member.encoded, *NO_ARGUMENTS, byref(target)))
         else:
             raise mismatch(f"{member.name} takes a {member.type or 'reference to an object'}")
-        if isinstance(value, Grid):
-            self._grids[member.name] = value
-        else:
-            self._grids.pop(member.name, None)
         del kept
 
     def _fill(self, target: Value, member: Member, value: Any) -> Optional[Held]:
         if value is None and not member.plain:
             target.type = OBJECT
             return None
-        if isinstance(value, Grid) and self._table.members and not self._shared:
-            value._send()
-            put_object(target, value)
-            return value
         return encode(target, _grid(member, value) if member.type == "grid" else value)
-
-    def _call(self, name: bytes, arguments: Sequence[Any]) -> Any:
-        grids = tuple(self._grids.values())
-        for grid in grids:
-            grid._send()
-        # What runs inside the call may write to them, or hand over another.
-        object.__setattr__(self, "_shared", self._shared + 1)
-        for grid in grids:
-            grid._direct += 1
-        try:
-            return call(self._handle, name, arguments)
-        finally:
-            for grid in grids:
-                grid._direct -= 1
-            object.__setattr__(self, "_shared", self._shared - 1)
-
-    def _lend(self) -> None:
-        object.__setattr__(self, "_shared", self._shared + 1)
-        for grid in self._grids.values():
-            grid._lend()
 
     def __dir__(self) -> List[str]:
         return [member.name for member in self._table.members]
@@ -239,7 +204,7 @@ class Method:
         self.__name__ = name
 
     def __call__(self, *arguments: Any) -> Any:
-        return self._object._call(self._encoded, arguments)
+        return call(self._object._handle, self._encoded, arguments)
 
     def __repr__(self) -> str:
         return f"<method {self.__name__} of {self._object!r}>"

@@ -113,7 +113,6 @@ def _encode_other(target: Value, value: Any) -> Optional[Held]:
         if plain is not None:
             return encode(target, plain)
         value = Shared(value)
-    value._lend()
     put_object(target, value)
     return value
 
