@@ -107,6 +107,7 @@ class RecordedSession final : public DriverSession {
     tape_->add({Step::Kind::rollback, number_});
   }
   bool in_transaction() const override { return inner_->in_transaction(); }
+  std::int64_t rollbacks() const override { return inner_->rollbacks(); }
   bool alive() const override { return inner_->alive(); }
 
  private:

@@ -83,12 +83,14 @@ void Connection::BeginTrans() {
 
 void Connection::CommitTrans() {
   if (!in_transaction()) throw Failure(kDatabaseFailure, "No transaction is open.");
-  transact(*this, Call::Kind::commit, "Commit", [](Session& session) { session.commit(); });
+  transact(*this, Call::Kind::commit, "Commit",
+           [](Session& session) { session.driver().commit(); });
 }
 
 void Connection::RollbackTrans() {
   if (!in_transaction()) throw Failure(kDatabaseFailure, "No transaction is open.");
-  transact(*this, Call::Kind::rollback, "Rollback", [](Session& session) { session.rollback(); });
+  transact(*this, Call::Kind::rollback, "Rollback",
+           [](Session& session) { session.driver().rollback(); });
 }
 
 bool Connection::in_transaction() const {

@@ -67,6 +67,9 @@ class DriverSession {
   virtual void begin() = 0;
   virtual void commit() = 0;
   virtual void rollback() = 0;
+  /// Goes up whenever work of a transaction was undone, whoever asked for it: by `rollback`, by a
+  /// client's own text (to a savepoint too), by a failure.
+  virtual std::int64_t rollbacks() const = 0;
   virtual bool in_transaction() const = 0;
   /// False when the session can serve no further call.
   virtual bool alive() const = 0;

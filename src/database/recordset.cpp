@@ -31,9 +31,7 @@ void Recordset::Open(std::string_view source, const std::shared_ptr<Connection>&
   rows_ = std::make_unique<Rows>(Rows::Source{ConnectionAccess::session(*connection),
                                               ConnectionAccess::instruments(*connection),
                                               Call::Road::object, mode, std::string(source)},
-                                 [&](Session&) {
-                                   return Rows::Query{std::string(source), {}};
-                                 });
+                                 [&](Session&) { return database::Query{std::string(source)}; });
 }
 
 void Recordset::Open(std::string_view source, std::string_view connection_text, OpenMode mode) {
@@ -41,9 +39,7 @@ void Recordset::Open(std::string_view source, std::string_view connection_text, 
   rows_ = std::make_unique<Rows>(
       Rows::Source{SessionPool::instance().borrow(std::string(connection_text)), nullptr,
                    Call::Road::text, mode, std::string(source)},
-      [&](Session&) {
-        return Rows::Query{std::string(source), {}};
-      });
+      [&](Session&) { return database::Query{std::string(source)}; });
 }
 
 void Recordset::Close() {
@@ -95,7 +91,7 @@ class StatementRows {
                                 watched ? statement.joined_text() : std::string()},
         [&](Session& on) {
           statement.verify(on);
-          return Recordset::Rows::Query{statement.prepared_text(), statement.parameters()};
+          return Query{statement.prepared_text(), statement.parameters(), statement.key()};
         });
     return recordset;
   }

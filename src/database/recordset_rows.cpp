@@ -82,10 +82,10 @@ Recordset::Rows::Rows(Source source, const MakeQuery& make_query) : source_(std:
   watched(
       Call::Kind::open, [&] { return source_.joined; },
       [&] {
-        Query query = make_query(*source_.session);
+        database::Query query = make_query(*source_.session);
         const bool locks =
             source_.mode.lock == kPessimistic && source_.session->driver().in_transaction();
-        plan_ = source_.session->read_plan(query.text, query.parameters, locks);
+        plan_ = source_.session->read_plan(query, locks);
         parameters_ = std::move(query.parameters);
         return 0;
       });

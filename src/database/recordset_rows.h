@@ -28,11 +28,7 @@ class Recordset::Rows {
     OpenMode mode;
     std::string joined;  ///< for those who watch; may be empty when nobody does
   };
-  struct Query {
-    std::string text;
-    database::Parameters parameters;
-  };
-  using MakeQuery = std::function<Query(database::Session&)>;
+  using MakeQuery = std::function<database::Query(database::Session&)>;
 
   /// `make_query` refuses a statement before it reaches the database.
   Rows(Source source, const MakeQuery& make_query);

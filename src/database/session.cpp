@@ -26,17 +26,29 @@ std::string cache_key(const std::string& text, const Parameters& parameters) {
   return key.append(1, ' ').append(text);
 }
 
-std::vector<std::string> key_terms(const Table& table, const std::string& alias,
-                                   std::string_view text_ending) {
-  std::vector<std::string> terms;
-  for (const std::string& name : table.key) {
-    std::string term = alias + "." + name;
+std::vector<std::string> key_names(const Table& table, const SelectText& select) {
+  std::vector<std::string> names;
+  for (const std::string& name : table.key) names.push_back(select.alias + "." + name);
+  return names;
+}
+
+/// The key as terms of an order.
+std::vector<std::string> key_terms(const Table& table, const SelectText& select,
+                                   const Dialect& dialect) {
+  std::vector<std::string> terms = key_names(table, select);
+  for (std::size_t part = 0; part < terms.size(); ++part) {
     for (const TableColumn& column : table.columns) {
-      if (column.kind == Kind::text && same_name(column.name, name)) term += text_ending;
+      const bool text = column.kind == Kind::text && same_name(column.name, table.key[part]);
+      if (text) terms[part] += dialect.key_order;
     }
-    terms.push_back(std::move(term));
   }
   return terms;
+}
+
+Table keyed_by(const Table& view, std::span<const std::string_view> key) {
+  Table keyed = view;
+  keyed.key.assign(key.begin(), key.end());
+  return keyed;
 }
 
 void describe_columns(ReadPlan& plan, std::size_t visible) {
@@ -68,28 +80,7 @@ void locate(ReadPlan& plan, const Table& table, std::size_t visible, bool key_is
   }
 }
 
-/// A view has no key of its own. This one, of the lines that may be billed, is read as the receipts
-/// have them.
-constexpr std::string_view kOpenLines = "GRNforInvoicing";
-
-Table in_receipt_order(const Table& view) {
-  Table ordered = view;
-  ordered.key = {"GRN_No", "SL_No"};
-  return ordered;
-}
-
 }  // namespace
-
-bool Instruments::admit(const Call& call, Session* session) const {
-  if (!hook) return true;
-  const Fault fault = hook(call);
-  if (fault.kind == Fault::Kind::none) return true;
-  const std::string reason =
-      fault.description.empty() ? std::string("The call was made to fail.") : fault.description;
-  if (fault.kind == Fault::Kind::answer_false && call.kind == Call::Kind::invoke) return false;
-  if (fault.kind == Fault::Kind::lose_session && session != nullptr) session->lose(reason);
-  throw Failure(fault.number == 0 ? kDatabaseFailure : fault.number, reason);
-}
 
 Session::Session(std::unique_ptr<DriverSession> driver) : driver_(std::move(driver)) {}
 
@@ -138,21 +129,20 @@ std::shared_ptr<const Table> Session::table(std::string_view name) {
   return shared;
 }
 
-std::shared_ptr<ReadPlan> Session::read_plan(const std::string& text, const Parameters& parameters,
-                                             bool lock_rows) {
+std::shared_ptr<ReadPlan> Session::read_plan(const Query& query, bool lock_rows) {
   driver();
-  std::string key = cache_key(text, parameters);
+  std::string key = cache_key(query.text, query.parameters);
   if (lock_rows) key += '!';
   const auto found = plans_.find(key);
   if (found != plans_.end()) return found->second;
-  auto plan = make_plan(text, parameters, lock_rows);
+  auto plan = make_plan(query, lock_rows);
   if (plans_.size() >= kMostPrepared) forget();
   plans_.emplace(std::move(key), plan);
   return plan;
 }
 
-std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Parameters& parameters,
-                                             bool lock_rows) {
+std::shared_ptr<ReadPlan> Session::make_plan(const Query& query, bool lock_rows) {
+  const auto& [text, parameters, view_key] = query;
   // Not every database minds.
   if (trim(text).empty()) throw Failure(kDatabaseFailure, "The statement is empty.");
   auto plan = std::make_shared<ReadPlan>();
@@ -160,18 +150,16 @@ std::shared_ptr<ReadPlan> Session::make_plan(const std::string& text, const Para
   const auto table = select ? this->table(select->table) : nullptr;
   const Dialect& dialect = driver().dialect();
   if (table == nullptr || table->key.empty()) {
-    const bool open_lines = table != nullptr && same_name(select->table, kOpenLines);
-    if (open_lines) {
-      select->order_also(key_terms(in_receipt_order(*table), select->alias, dialect.key_order));
-    }
-    plan->statement = driver().prepare(open_lines ? select->text : text, parameters);
+    const bool keyed = table != nullptr && !view_key.empty();
+    if (keyed) select->order_also(key_terms(keyed_by(*table, view_key), *select, dialect));
+    plan->statement = driver().prepare(keyed ? select->text : text, parameters);
     describe_columns(*plan, plan->statement->columns().size());
     return plan;
   }
   const bool writable = !select->joined && !select->computed;
   const bool hides_key = writable && !select->all_columns;
-  select->order_also(key_terms(*table, select->alias, dialect.key_order));
-  if (hides_key) select->select_also(key_terms(*table, select->alias, ""));
+  select->order_also(key_terms(*table, *select, dialect));
+  if (hides_key) select->select_also(key_names(*table, *select));
   if (lock_rows) select->text += dialect.row_lock;
   plan->statement = driver().prepare(select->text, parameters);
   const std::size_t visible =
@@ -190,22 +178,7 @@ std::int64_t Session::execute_text(const std::string& text) {
     return words.find(word) != std::string::npos;
   };
   if (says("create") || says("alter") || says("drop")) forget();
-  if (says("rollback")) ++rollbacks_;
   return driver().execute(text);
-}
-
-void Session::commit() {
-  try {
-    driver().commit();
-  } catch (const Failure&) {
-    if (driver_ && !driver_->in_transaction()) ++rollbacks_;
-    throw;
-  }
-}
-
-void Session::rollback() {
-  ++rollbacks_;
-  driver().rollback();
 }
 
 }  // namespace ombrix::database

@@ -4,6 +4,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -46,6 +47,14 @@ struct ReadPlan {
   }
 };
 
+/// A select as it is prepared.
+struct Query {
+  std::string text;
+  Parameters parameters{};
+  /// The columns that name a row of a view, which has no key of its own; else empty.
+  std::span<const std::string_view> key{};
+};
+
 /// A live session with a database, and what is prepared on it. Statements are prepared once.
 class Session {
  public:
@@ -60,8 +69,7 @@ class Session {
 
   std::shared_ptr<Prepared> prepared(const std::string& text, const Parameters& parameters);
   /// `lock_rows`: the rows are to be locked as they are read, where the database offers it.
-  std::shared_ptr<ReadPlan> read_plan(const std::string& text, const Parameters& parameters,
-                                      bool lock_rows);
+  std::shared_ptr<ReadPlan> read_plan(const Query& query, bool lock_rows);
   /// No table or view of that name: null.
   std::shared_ptr<const Table> table(std::string_view name);
 
@@ -72,18 +80,13 @@ class Session {
   void forget();
 
   /// Goes up with each rollback: who remembers work of a transaction can tell that it is undone.
-  std::int64_t rollbacks() const { return rollbacks_; }
-  /// A commit that fails may have ended the transaction all the same.
-  void commit();
-  void rollback();
+  std::int64_t rollbacks() { return driver().rollbacks(); }
 
  private:
-  std::shared_ptr<ReadPlan> make_plan(const std::string& text, const Parameters& parameters,
-                                      bool lock_rows);
+  std::shared_ptr<ReadPlan> make_plan(const Query& query, bool lock_rows);
 
   std::unique_ptr<DriverSession> driver_;
   std::string lost_reason_;
-  std::int64_t rollbacks_ = 0;
   NameMap<std::shared_ptr<const Table>> tables_;
   std::unordered_map<std::string, std::shared_ptr<Prepared>> prepared_;
   std::unordered_map<std::string, std::shared_ptr<ReadPlan>> plans_;

@@ -64,6 +64,15 @@ Piece name(std::string_view value) {
   return {Piece::Kind::name, std::string(value)};
 }
 
+Statement Statement::keyed_by(std::initializer_list<KeyColumn> columns) && {
+  for (const KeyColumn& column : columns) key_.push_back(column.name);
+  return std::move(*this);
+}
+
+void Statement::append(std::initializer_list<Piece> pieces) {
+  pieces_.insert(pieces_.end(), pieces);
+}
+
 std::string Statement::prepared_text() const {
   std::string text;
   text.reserve(128);

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -78,11 +79,24 @@ consteval Piece flag(const char* column) {
   return {Piece::Kind::flag, column};
 }
 
+/// The name of a column, which can only be a compile-time text.
+struct KeyColumn {
+  // NOLINTNEXTLINE(google-explicit-constructor): as for a piece.
+  consteval KeyColumn(const char* column) : name(column) {}
+  std::string_view name;
+};
+
 /// A statement, as literals and values kept apart. Nothing else in the library makes one for the
 /// database, so that no value ever changes what a statement does.
 class Statement {
  public:
   Statement(std::initializer_list<Piece> pieces) : pieces_(pieces) {}
+
+  /// For a view, which has no key of its own: the columns that name a row, by which its rows come.
+  Statement keyed_by(std::initializer_list<KeyColumn> columns) &&;
+  std::span<const std::string_view> key() const { return key_; }
+  /// More pieces behind the others.
+  void append(std::initializer_list<Piece> pieces);
 
   /// With `$1`, `$2`, ... where the values stand.
   std::string prepared_text() const;
@@ -98,6 +112,7 @@ class Statement {
 
  private:
   std::vector<Piece> pieces_;
+  std::vector<std::string_view> key_;
 };
 
 inline Statement sql(std::initializer_list<Piece> pieces) {

@@ -9,19 +9,19 @@
 namespace ombrix::purchase {
 
 using database::sql;
-using database::Statement;
 using database::text;
 
 bool PurchaseInvoice::Get_GRN_details() {
   if (trim(VendorCode()).empty()) return refused("Invalid Vendor Code");
   return trapped(Trap::plain, [&] {
-    const Statement open_lines =
+    auto open_lines =
         Purchase_Type() == "Fixed Asset"
             ? sql({"Select * from GRNforInvoicing Where Vendor_Code=", text(VendorCode()),
                    " and PurType ='Fixed Asset'"})
             : sql({"Select * from GRNforInvoicing Where Vendor_Code=", text(VendorCode()),
                    " and PurType<>'Fixed Asset'"});
-    auto lines = open_fresh(open_lines, Static, ConnectionString());
+    auto lines =
+        open_fresh(std::move(open_lines).keyed_by({"GRN_No", "SL_No"}), Static, ConnectionString());
     const auto count = static_cast<std::int32_t>(lines.RecordCount());
     if (count == 0) return true;
     const auto grid = given(PInvoiceGridName());

@@ -28,14 +28,26 @@ class Server {
 
   PostgresResult checked(PGresult* raw) const {
     PostgresResult result(raw);
-    const ExecStatusType status = PQresultStatus(result.get());
-    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK && status != PGRES_EMPTY_QUERY) {
-      raise_postgres(connection_, result.get());
-    }
+    if (is_failure(raw)) raise_postgres(connection_, raw);
     return result;
   }
 
-  PostgresResult execute(const char* text) const { return checked(PQexec(connection_, text)); }
+  /// The result of the last of the statements. That an earlier one undid work is told by its own.
+  PostgresResult execute(const char* text) {
+    if (PQsendQuery(connection_, text) != 1) raise_postgres(connection_, nullptr);
+    PostgresResult last(nullptr);
+    while (PGresult* raw = PQgetResult(connection_)) {
+      end_copy(PQresultStatus(raw));
+      if (std::string_view(PQcmdStatus(raw)) == "ROLLBACK") ++rollbacks_;
+      if (last && is_failure(last.get())) {
+        PQclear(raw);
+      } else {
+        last = PostgresResult(raw);
+      }
+    }
+    return checked(last.release());
+  }
+  std::int64_t rollbacks() const { return rollbacks_; }
   std::string next_name() { return "ombrix_" + std::to_string(++statements_); }
 
   /// Notices an end that the server has already sent, without asking it.
@@ -46,6 +58,19 @@ class Server {
   }
 
  private:
+  static bool is_failure(const PGresult* result) {
+    const ExecStatusType status = PQresultStatus(result);
+    return status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK && status != PGRES_EMPTY_QUERY;
+  }
+
+  /// Rows that a statement wants to exchange outside of results: none are.
+  void end_copy(ExecStatusType status) const {
+    if (status == PGRES_COPY_IN) PQputCopyEnd(connection_, "no rows are sent this way");
+    if (status != PGRES_COPY_OUT) return;
+    char* row = nullptr;
+    while (PQgetCopyData(connection_, &row, 0) > 0) PQfreemem(row);
+  }
+
   /// The server's farewell comes before the end of the session does.
   static void hear(void* self, const PGresult* notice) {
     const char* severity = PQresultErrorField(notice, PG_DIAG_SEVERITY_NONLOCALIZED);
@@ -56,6 +81,7 @@ class Server {
 
   PGconn* connection_;
   std::uint64_t statements_ = 0;
+  std::int64_t rollbacks_ = 0;
   bool took_leave_ = false;
 };
 
@@ -243,6 +269,7 @@ class PostgresSession final : public DriverSession {
     server_->execute("Commit");
   }
   void rollback() override { server_->execute("Rollback"); }
+  std::int64_t rollbacks() const override { return server_->rollbacks(); }
 
   bool in_transaction() const override {
     const PGTransactionStatusType status = PQtransactionStatus(server_->get());

@@ -31,6 +31,7 @@ struct File {
   /// A transaction was begun that nobody ended yet. A failure such as a full disk may have rolled
   /// it back already.
   bool begun = false;
+  std::int64_t rollbacks = 0;
 
   bool autocommit() const { return sqlite3_get_autocommit(database.get()) != 0; }
   void note_transaction() { entry.set_in_transaction(!autocommit()); }
@@ -52,6 +53,10 @@ struct File {
     }
   }
 };
+
+bool begins_with(std::string_view statement, std::string_view word) {
+  return same_name(trim(statement).substr(0, word.size()), word);
+}
 
 StatementHandle compile(sqlite3* database, const std::string& text, unsigned flags) {
   sqlite3_stmt* raw = nullptr;
@@ -262,6 +267,7 @@ class SqliteSession final : public DriverSession {
     file_->begun = false;
   }
   bool in_transaction() const override { return file_->begun || !file_->autocommit(); }
+  std::int64_t rollbacks() const override { return file_->rollbacks; }
   bool alive() const override { return true; }
 
  private:
@@ -275,6 +281,8 @@ class SqliteSession final : public DriverSession {
     int code = SQLITE_ROW;
     while (code == SQLITE_ROW) code = sqlite3_step(statement);
     file_->note_transaction();
+    // The hook hears nothing of a return to a savepoint.
+    if (begins_with(sqlite3_sql(statement), "rollback")) ++file_->rollbacks;
     if (code != SQLITE_DONE) raise_sqlite(handle(), code);
     if (file_->autocommit()) file_->begun = false;
     return sqlite3_total_changes64(handle()) == before ? 0 : sqlite3_changes64(handle());
@@ -339,6 +347,8 @@ std::unique_ptr<DriverSession> open_sqlite_session(const ConnectionText& text, M
   sqlite3_db_config(raw, SQLITE_DBCONFIG_LOOKASIDE, nullptr, kLookasideSlot, kLookasideSlots);
   use_write_ahead_log(raw);
   execute_pragma(raw, synchronous);
+  sqlite3_rollback_hook(
+      raw, [](void* rollbacks) { ++*static_cast<std::int64_t*>(rollbacks); }, &file->rollbacks);
   file->entry = OpenFiles::enter(path);
   return std::make_unique<SqliteSession>(std::move(file));
 }
