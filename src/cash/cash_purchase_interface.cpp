@@ -77,11 +77,13 @@ constexpr Member kMembers[] = {
     Of::method<&CashPurchase::Incerase_Cheque_No>("Incerase_Cheque_No"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.CashPurchase", kMembers);
+
 }  // namespace
 
-const Interface& cash_purchase_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.CashPurchase", kMembers);
-  return kInterface;
+Shipped cash_purchase() {
+  return business_class<CashPurchase>(
+      kInterface, database::Piece("Cash_Purchase_Master Where Cash_Pur_Inv_No="));
 }
 
 }  // namespace ombrix::purchase

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-/// The interface table of `CashPurchase`.
-const Interface& cash_purchase_interface();
+Shipped cash_purchase();
 
 }  // namespace ombrix::purchase

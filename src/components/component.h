@@ -30,8 +30,8 @@ using MembersOf = ombrix::MembersOf<C, Nulls::read_as_empty>;
 
 /// What ships under the name of the interface.
 template <class C>
-Shipped component(const Interface& interface) {
-  return shipped_as<C>(Shipped::Role::component, interface);
+Shipped component(const Interface& interface, Shipped::Numbers numbers = std::nullopt) {
+  return shipped_as<C>(Shipped::Role::component, interface, std::move(numbers));
 }
 
 }  // namespace ombrix::components

@@ -99,17 +99,18 @@ Statement retreat(const std::string& series, const std::string& company, const s
               " and Branch_Prefix=", text(branch), " and Document_Next_No = ", number(after)});
 }
 
-/// Every table that holds documents with a final number; one look by key in each.
+/// One look by key in every table that holds documents with a final number.
 Statement bearers_of(const std::string& number) {
-  return sql(
-      {"Select 1 As Borne Where Exists (Select 1 From LPO_Master Where LPO_No=", text(number),
-       ") Or Exists (Select 1 From Goods_Receive_Master Where GRN_No=", text(number),
-       ") Or Exists (Select 1 From Purchase_Invoice_Master Where Purchase_Inv_No=", text(number),
-       ") Or Exists (Select 1 From Purchase_Return_Master Where Purchase_Rtn_No=", text(number),
-       ") Or Exists (Select 1 From Cash_Purchase_Master Where Cash_Pur_Inv_No=", text(number),
-       ") Or Exists (Select 1 From Payment_Master Where Payment_No=", text(number),
-       ") Or Exists (Select 1 From Voucher_Master Where Voucher_No=", text(number),
-       ") Or Exists (Select 1 From PDC_Master Where PDC_No=", text(number), ")"});
+  Statement bearers = sql({"Select 1 As Borne Where Exists (Select 1 From "});
+  bool first = true;
+  for (const Shipped& each : shipped()) {
+    if (!each.numbers()) continue;
+    if (!first) bearers.append({") Or Exists (Select 1 From "});
+    bearers.append({*each.numbers(), text(number)});
+    first = false;
+  }
+  bearers.append({")"});
+  return bearers;
 }
 
 CounterTransaction::~CounterTransaction() {

@@ -208,7 +208,8 @@ constexpr Interface kInterface("OmbrixAccountsExt.DebitCreditNote", kMembers);
 }  // namespace
 
 Shipped debit_credit_note() {
-  return component<DebitCreditNote>(kInterface);
+  return component<DebitCreditNote>(kInterface,
+                                    database::Piece("Voucher_Master Where Voucher_No="));
 }
 
 }  // namespace ombrix::components

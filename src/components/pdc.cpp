@@ -75,7 +75,7 @@ constexpr Interface kInterface("OmbrixBank.PDC", kMembers);
 }  // namespace
 
 Shipped pdc() {
-  return component<PDC>(kInterface);
+  return component<PDC>(kInterface, database::Piece("PDC_Master Where PDC_No="));
 }
 
 }  // namespace ombrix::components

@@ -81,11 +81,13 @@ constexpr Member kMembers[] = {
     Of::method<&PurchaseInvoice::StringValidation>("StringValidation"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.PurchaseInvoice", kMembers);
+
 }  // namespace
 
-const Interface& purchase_invoice_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.PurchaseInvoice", kMembers);
-  return kInterface;
+Shipped purchase_invoice() {
+  return business_class<PurchaseInvoice>(
+      kInterface, database::Piece("Purchase_Invoice_Master Where Purchase_Inv_No="));
 }
 
 }  // namespace ombrix::purchase

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-/// The dispatch interface `_PurchaseInvoice`.
-const Interface& purchase_invoice_interface();
+Shipped purchase_invoice();
 
 }  // namespace ombrix::purchase

@@ -59,11 +59,12 @@ constexpr Member kMembers[] = {
     Of::method<&LPO::Process_LPO>("Process_LPO"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.LPO", kMembers);
+
 }  // namespace
 
-const Interface& lpo_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.LPO", kMembers);
-  return kInterface;
+Shipped lpo() {
+  return business_class<LPO>(kInterface, database::Piece("LPO_Master Where LPO_No="));
 }
 
 }  // namespace ombrix::purchase

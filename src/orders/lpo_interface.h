@@ -1,10 +1,9 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-/// The dispatch interface `_LPO`.
-const Interface& lpo_interface();
+Shipped lpo();
 
 }  // namespace ombrix::purchase

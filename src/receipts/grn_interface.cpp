@@ -70,11 +70,12 @@ constexpr Member kMembers[] = {
     Of::method<&GRN::GRN_Posting>("GRN_Posting"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.GRN", kMembers);
+
 }  // namespace
 
-const Interface& grn_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.GRN", kMembers);
-  return kInterface;
+Shipped grn() {
+  return business_class<GRN>(kInterface, database::Piece("Goods_Receive_Master Where GRN_No="));
 }
 
 }  // namespace ombrix::purchase

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-/// The interface table of `GRN`.
-const Interface& grn_interface();
+Shipped grn();
 
 }  // namespace ombrix::purchase

@@ -70,11 +70,13 @@ constexpr Member kMembers[] = {
     Of::method<&PurchaseReturn::GetFldValue>("GetFldValue"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.PurchaseReturn", kMembers);
+
 }  // namespace
 
-const Interface& purchase_return_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.PurchaseReturn", kMembers);
-  return kInterface;
+Shipped purchase_return() {
+  return business_class<PurchaseReturn>(
+      kInterface, database::Piece("Purchase_Return_Master Where Purchase_Rtn_No="));
 }
 
 }  // namespace ombrix::purchase

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-/// The dispatch interface `_PurchaseReturn`.
-const Interface& purchase_return_interface();
+Shipped purchase_return();
 
 }  // namespace ombrix::purchase

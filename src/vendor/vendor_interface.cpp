@@ -67,11 +67,12 @@ constexpr Member kMembers[] = {
     Of::property<&Vendor::GridName>("GridName"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.Vendor", kMembers);
+
 }  // namespace
 
-const Interface& vendor_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.Vendor", kMembers);
-  return kInterface;
+Shipped vendor() {
+  return business_class<Vendor>(kInterface);
 }
 
 }  // namespace ombrix::purchase

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "hosting/interface.h"
+#include "hosting/shipped.h"
 
 namespace ombrix::purchase {
 
-const Interface& vendor_interface();
-const Interface& vendor_ob_interface();
+Shipped vendor();
+Shipped vendor_ob();
 
 }  // namespace ombrix::purchase

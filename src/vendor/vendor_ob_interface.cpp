@@ -32,11 +32,12 @@ constexpr Member kMembers[] = {
     Of::property<&VendorOB::Database>("Database"),
 };
 
+constexpr Interface kInterface("OmbrixPurchase.VendorOB", kMembers);
+
 }  // namespace
 
-const Interface& vendor_ob_interface() {
-  static constexpr Interface kInterface("OmbrixPurchase.VendorOB", kMembers);
-  return kInterface;
+Shipped vendor_ob() {
+  return business_class<VendorOB>(kInterface, database::Piece("Payment_Master Where Payment_No="));
 }
 
 }  // namespace ombrix::purchase
