@@ -24,7 +24,7 @@ class Grid : public Object {
   /// exponent are read; any other text is 0.
   virtual double ValueMatrix(std::int32_t row, std::int32_t column) const;
 
-  /// Sets an attribute of a range of cells; 13 is bold.
+  /// Sets an attribute of a range of cells: readers set 13, bold, and 7, the colour of the text.
   virtual void Cell(std::int32_t setting, std::int32_t row, std::int32_t column, std::int32_t row2,
                     std::int32_t column2, const Value& value) = 0;
 

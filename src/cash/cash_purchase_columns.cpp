@@ -10,8 +10,8 @@ using Cash = CashPurchase;
 constexpr Column<Cash> kKey[] = {
     {"Cash_Pur_Inv_No", always<&Cash::CashPurInvNo>},
     {"Cash_Pur_Inv_Identity", always<&Cash::CashPurInvIdentity>, into<&Cash::CashPurInvIdentity>},
-    {"Company_Prefix", always<&Cash::CompanyPrefix>, into<&Cash::CompanyPrefix>},
-    {"Branch_Prefix", always<&Cash::BranchPrefix>, into<&Cash::BranchPrefix>},
+    {"Company_Prefix", always<&Cash::CompanyPrefix>, unless_blank<&Cash::CompanyPrefix>},
+    {"Branch_Prefix", always<&Cash::BranchPrefix>, unless_blank<&Cash::BranchPrefix>},
 };
 
 /// A home amount, of the foreign one.
@@ -34,9 +34,9 @@ Written cleared(Cash&) {
 }
 
 constexpr Column<Cash> kRest[] = {
-    {"Document_Prefix", always<&Cash::DocumentPrefix>, into<&Cash::DocumentPrefix>},
+    {"Document_Prefix", always<&Cash::DocumentPrefix>, unless_blank<&Cash::DocumentPrefix>},
     {"Cash_Pur_Inv_Date", always<&Cash::CashPurInvDate>, into<&Cash::CashPurInvDate>},
-    {"Vendor_Code", always<&Cash::VendorCode>, into<&Cash::VendorCode>},
+    {"Vendor_Code", always<&Cash::VendorCode>, unless_blank<&Cash::VendorCode>},
     {"Vendor_name", skip_if_blank<&Cash::VendorName>, unless_blank<&Cash::VendorName>},
     {"Vendor_Ref_Invoice_No", null_if_empty<&Cash::VendorRefInvoiceNo>,
      unless_blank<&Cash::VendorRefInvoiceNo>},
@@ -47,8 +47,8 @@ constexpr Column<Cash> kRest[] = {
     {"Cash_Pur_Inv_Comments", null_if_empty<&Cash::CashPurInvComments>,
      unless_blank<&Cash::CashPurInvComments>},
     {"Foreign_Currency_Flag", always<&Cash::ForeignCurrencyFlag>, into<&Cash::ForeignCurrencyFlag>},
-    {"Currency_Code", always<&Cash::CurrencyCode>, into<&Cash::CurrencyCode>},
-    {"Currency_Symbol", trimmed<&Cash::CurrencySymbol>, into<&Cash::CurrencySymbol>},
+    {"Currency_Code", always<&Cash::CurrencyCode>, unless_blank<&Cash::CurrencyCode>},
+    {"Currency_Symbol", trimmed<&Cash::CurrencySymbol>, unless_blank<&Cash::CurrencySymbol>},
     {"Cash_Pur_Inv_FC_Amount", through_text<&Cash::CashPurInvFCAmount>,
      into<&Cash::CashPurInvFCAmount>},
     {"Cash_Pur_Inv_Amount", at_rate<&Cash::CashPurInvFCAmount>, into<&Cash::CashPurInvAmount>},
@@ -67,7 +67,7 @@ constexpr Column<Cash> kRest[] = {
     {"Purchase_Type", always<&Cash::Purchase_Type>, item_if_empty<&Cash::Purchase_Type>},
     {"Exchange_Rate", rate_or_one},
     {"Last_Update", always<&Cash::LastUpdate>},
-    {"Payment_Type", always<&Cash::Payment_Type>, into<&Cash::Payment_Type>},
+    {"Payment_Type", always<&Cash::Payment_Type>, unless_blank<&Cash::Payment_Type>},
     {"CreditCard_No", always<&Cash::CreditCardNo>, or_empty<&Cash::CreditCardNo>},
     {"CreditCard_Name", always<&Cash::CreditCardName>, or_empty<&Cash::CreditCardName>},
     {"CreditCard_Code", always<&Cash::CreditCardCode>, or_empty<&Cash::CreditCardCode>},

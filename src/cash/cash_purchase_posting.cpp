@@ -130,7 +130,7 @@ bool CashPurchase::post_line(Recordset& line, const LineAccounts& accounts, Ledg
   const Value free = line("FOC_Flag");
   if (free.is_null() || !free.to_flag()) return true;
   account = accounts.free_of_charge;
-  movement = -amount;
+  movement = 0 - amount;
   return state(account, "Purchase FOC Account : Item - " + item, Side::credit) &&
          ledger.move(account, movement);
 }

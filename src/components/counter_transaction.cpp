@@ -63,6 +63,8 @@ class CounterTransaction final {
   bool open_series(const Connection& connection) const;
   /// No value when the series has no row.
   std::optional<double> claim(const Connection& connection, bool temporary) const;
+  /// For a reason.
+  std::string series_text() const;
   bool is_borne(const Connection& connection, double number, bool temporary) const;
   void give_back() noexcept;
 
@@ -132,8 +134,7 @@ bool CounterTransaction::Get_Last_Counter(std::shared_ptr<Connection>& connectio
     claimed = claim(*connection, for_temporary);
   }
   if (!claimed) {
-    return refused("No counter for document series \"" + DocumentPrefix() + "\" of company \"" +
-                   CompanyPrefix() + "\", branch \"" + BranchPrefix() + "\".");
+    return refused("No counter for " + series_text() + ".");
   }
   const auto& session = database::ConnectionAccess::session(*connection);
   claim_ = Claim{connection, CompanyPrefix(), BranchPrefix(), DocumentPrefix(),    for_temporary,
@@ -175,7 +176,16 @@ std::optional<double> CounterTransaction::claim(const Connection& connection,
   auto row = database::open_recordset(
       advance(DocumentPrefix(), CompanyPrefix(), BranchPrefix(), temporary), connection, Keyset);
   if (row.RecordCount() == 0) return std::nullopt;
-  return row("Claimed").number();
+  const Value claimed = row("Claimed");
+  if (claimed.is_null()) {
+    throw Failure(94, "The counter of " + series_text() + " holds no number.");
+  }
+  return claimed.to_number();
+}
+
+std::string CounterTransaction::series_text() const {
+  return "document series \"" + DocumentPrefix() + "\" of company \"" + CompanyPrefix() +
+         "\", branch \"" + BranchPrefix() + "\"";
 }
 
 bool CounterTransaction::is_borne(const Connection& connection, double number,

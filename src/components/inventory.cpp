@@ -29,6 +29,7 @@ class Inventory final {
 };
 
 bool Inventory::Get_Item_Type() {
+  raw(ItemType).clear();
   auto item = database::open_fresh_recordset(
       sql({"Select Item_Type From Item_Master Where Item_Code=", any_text(ItemCode())}),
       ADOConnectionString(), nullptr, ForwardOnly);

@@ -51,7 +51,9 @@ bool LocationStock::UpdateLocationStock(const std::int32_t& direction) {
        any_text(UnitName()), ", ", number(change), ", ", any_text(LastUpdate().stored_text()),
        ") On Conflict (Company_Prefix, Branch_Prefix, Item_Code, location_ID, Unit_Name)"
        " Do Update Set Location_Qty = Coalesce(Location_Stock.Location_Qty, 0) +"
-       " excluded.Location_Qty, Last_Update = excluded.Last_Update"}));
+       " excluded.Location_Qty, Last_Update = excluded.Last_Update, Item_Name ="
+       " Coalesce(Nullif(excluded.Item_Name, ''), Location_Stock.Item_Name), Location_Name ="
+       " Coalesce(Nullif(excluded.Location_Name, ''), Location_Stock.Location_Name)"}));
   return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/names.h"
 #include "base/number.h"
+#include "base/text.h"
 #include "database/session.h"
 
 namespace ombrix::database {
@@ -169,7 +170,7 @@ void Statement::verify(Session& session) const {
       case Piece::Kind::any_text:
         return piece.value_->find('\0') == std::string::npos;
       case Piece::Kind::digits:
-        return is_plain_number(*piece.value_);
+        return is_plain_number(trim(*piece.value_));
       case Piece::Kind::name:
         return is_plain_name(*piece.value_);
       case Piece::Kind::literal:

@@ -65,7 +65,7 @@ Piece text(const Parts&... parts) {
 Piece any_text(std::string_view value);
 /// A number.
 Piece number(double value);
-/// A text that must be a plain number.
+/// A text that must be a plain number; blanks around it are seen by a reader alone.
 Piece digits(std::string_view value);
 /// The plain name of a table or column, from a caller.
 Piece name(std::string_view value);

@@ -97,12 +97,13 @@ template <class Line>
 void named_unit(Line& line, std::int32_t cell, std::string_view field) {
   if (!line.field(field).text_or_empty().empty()) unit_and_period(line, cell, field);
 }
-/// 1 or 0, and the flag as the mark of the cell.
+/// 1 or 0, and the same as the mark of the cell.
 template <class Line>
 void marked_flag(Line& line, std::int32_t cell, std::string_view field) {
   constexpr std::int32_t kBold = 13;
-  const Value flag = line.field(field);
-  line.put(cell, !flag.is_null() && flag.to_flag() ? "1" : "0");
+  const Value stored = line.field(field);
+  const bool flag = !stored.is_null() && stored.to_flag();
+  line.put(cell, flag ? "1" : "0");
   line.grid.Cell(kBold, line.row, cell, line.row, cell, flag);
 }
 

@@ -11,8 +11,8 @@ constexpr Column<Invoice> kKey[] = {
     {"Purchase_Inv_No", always<&Invoice::PurchaseInvNo>},
     {"Purchase_Inv_Identity", always<&Invoice::PurchaseInvIdentity>,
      into<&Invoice::PurchaseInvIdentity>},
-    {"Company_Prefix", always<&Invoice::CompanyPrefix>, into<&Invoice::CompanyPrefix>},
-    {"Branch_Prefix", always<&Invoice::BranchPrefix>, into<&Invoice::BranchPrefix>},
+    {"Company_Prefix", always<&Invoice::CompanyPrefix>, unless_blank<&Invoice::CompanyPrefix>},
+    {"Branch_Prefix", always<&Invoice::BranchPrefix>, unless_blank<&Invoice::BranchPrefix>},
 };
 
 Written order_date(Invoice& invoice) {
@@ -23,9 +23,9 @@ void receipts_if_null(Invoice& invoice, const Value& type) {
 }
 
 constexpr Column<Invoice> kMaster[] = {
-    {"Document_Prefix", always<&Invoice::DocumentPrefix>, into<&Invoice::DocumentPrefix>},
+    {"Document_Prefix", always<&Invoice::DocumentPrefix>, unless_blank<&Invoice::DocumentPrefix>},
     {"Purchase_Inv_Date", always<&Invoice::PurchaseInvDate>, into<&Invoice::PurchaseInvDate>},
-    {"Vendor_Code", always<&Invoice::VendorCode>, into<&Invoice::VendorCode>},
+    {"Vendor_Code", always<&Invoice::VendorCode>, unless_blank<&Invoice::VendorCode>},
     {"Vendor_name", skip_if_blank<&Invoice::VendorName>, unless_blank<&Invoice::VendorName>},
     {"Vendor_Ref_Invoice_No", null_if_blank<&Invoice::VendorRefInvoiceNo>,
      unless_blank<&Invoice::VendorRefInvoiceNo>},
@@ -42,8 +42,8 @@ constexpr Column<Invoice> kMaster[] = {
      unless_blank<&Invoice::PurchaseInvComments>},
     {"Foreign_Currency_Flag", always<&Invoice::ForeignCurrencyFlag>,
      into<&Invoice::ForeignCurrencyFlag>},
-    {"Currency_Code", always<&Invoice::CurrencyCode>, into<&Invoice::CurrencyCode>},
-    {"Currency_Symbol", trimmed<&Invoice::CurrencySymbol>, into<&Invoice::CurrencySymbol>},
+    {"Currency_Code", always<&Invoice::CurrencyCode>, unless_blank<&Invoice::CurrencyCode>},
+    {"Currency_Symbol", trimmed<&Invoice::CurrencySymbol>, unless_blank<&Invoice::CurrencySymbol>},
     {"Purchase_Inv_FC_Amount", through_text<&Invoice::PurchaseInvFCAmount>,
      into<&Invoice::PurchaseInvFCAmount>},
     {"Purchase_Inv_SubTotal", through_text<&Invoice::PurchaseInvSubTotal>,

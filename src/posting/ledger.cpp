@@ -41,7 +41,7 @@ bool PostedDocument::Ledger::post(const Heading& heading, const Entry& entry) {
   state(heading, {entry.description, entry.account, credit ? Side::credit : Side::debit,
                   entry.amount + entry.on_top, entry.fc_amount + entry.on_top});
   if (!insert()) return false;
-  if (credit) entry.amount = -entry.amount;
+  if (credit) entry.amount = 0 - entry.amount;  // of 0 too, which would get a sign
   return move(entry.account, entry.amount);
 }
 

@@ -38,7 +38,9 @@ bool PostedDocument::post_tax_shares(const TaxPosting& how) {
     const double share = rounded(rate * quotient(TaxAmount(), TaxPercent()));
     shared = rounded(shared + share);
     if (taken == authorities.RecordCount() && shared - TaxAmount() != share) {
-      TaxAmount = rounded(shared - TaxAmount());
+      // What only the last digits of a Double tell apart is the same amount.
+      const bool adds_up = general_text(shared) == general_text(TaxAmount());
+      TaxAmount = adds_up ? 0 : rounded(shared - TaxAmount());
     }
     const std::string account = authority("AccountNo").text_or_empty();
     if (trim(account).empty()) {
@@ -63,7 +65,7 @@ bool PostedDocument::post_tax_share(const TaxPosting& how, const std::string& ac
                         account, credit ? Side::credit : Side::debit, share, share};
   ledger.state(how.heading, line, false, Date::now().midnight());
   // Opposite to the other postings: here a credit raises the balance.
-  return ledger.post(account, credit ? share : -share);
+  return ledger.post(account, credit ? share : 0 - share);
 }
 
 }  // namespace ombrix::purchase

@@ -39,7 +39,7 @@ bool PurchaseReturn::credit_inventory(Recordset& line, const LineAmounts& amount
   booked.amount += amounts.home;
   booked.fc_amount += amounts.foreign;
   // The chart moves by the whole amount, whatever of the variance the journal leaves to its line.
-  return ledger.post(booked.inventory_account, -amounts.home);
+  return ledger.post(booked.inventory_account, 0 - amounts.home);
 }
 
 bool PurchaseReturn::PR_Tax_Posting() {

@@ -11,7 +11,7 @@ using database::Statement;
 using database::text;
 
 double PostedDocument::StockIn::base_quantity(Recordset& line) const {
-  return head_of(line("Unit_Qty")) * head_of(line(terms_.quantity));
+  return product(head_of(line("Unit_Qty")), head_of(line(terms_.quantity))).to_number();
 }
 
 bool PostedDocument::StockIn::locate(const Statement& lines, const SetMembers& set_members) const {

@@ -49,7 +49,7 @@ bool VendorOB::Process_OB() {
       line.Update();
     }
     line.Close();
-    return SyncFlag() || move_chart(making.account, making.credit ? -total : total);
+    return SyncFlag() || move_chart(making.account, making.credit ? 0 - total : total);
   });
 }
 

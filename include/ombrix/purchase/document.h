@@ -30,7 +30,8 @@ class Document : public Frame {
   /// True: the final number comes from `manualDocIdentity`, not from the counter.
   Property<bool, Access::let> DocFlag;
   Property<double, Access::let> manualDocIdentity;
-  /// Held; no method reads it.
+  /// Where the master has the column, it is read back from it; an invoice and a return store it. No
+  /// method acts on it.
   Flag YearEndFlag;
 
  protected:

@@ -52,7 +52,8 @@ class PostedDocument : public Document {
   };
   /// Posts a share of `TaxAmount` to the account of each authority of `TaxCode`, through
   /// `ConnectionString` as to the authorities. The trap is silent. When the last authority has its
-  /// share, `TaxAmount` becomes what the shares exceed it by.
+  /// share, `TaxAmount` becomes what the shares exceed it by, 0 where they are the same amount to
+  /// 15 digits; it stays as it was where that excess equals the last share.
   bool post_tax(const TaxPosting& how);
 
   /// What a document owes its vendor, as the sub-ledger has it.

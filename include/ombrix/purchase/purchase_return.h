@@ -22,14 +22,16 @@ struct FilledReturn;
 /// 10 discount on one unit, 11 overall discount of the line, 12 overall invoice discount of the
 /// line, 13 net amount (9 to 13 in document currency), 14 net amount and 15 item discount in home
 /// currency, 16 location name, 19 project, 21 location key, 26 overall invoice discount in home
-/// currency. `Get_Purchase_Rtn` fills all of these but 19, and 18 copy of the price, 22 overall
+/// currency. `Get_Purchase_Rtn` fills all of these but 19 (11 is what was stored, divided by
+/// `ExchangeRate`), and 18 copy of the price, 22 overall
 /// discount as stored, 23 the same for one unit, 24 copy of the quantity, 25 overall invoice
 /// discount for one unit.
 class PurchaseReturn final : public PostedDocument {
  public:
   PurchaseReturn();
 
-  /// The exchange rate of the source document, for `Process_Return`.
+  /// The exchange rate of the source document, for `Process_Return`; not stored. 0 is a rate like
+  /// any other: left so with a source, the whole amount becomes an exchange variance.
   Number SourceExchangeRate;
   /// The kind of source document: "INV", "REC", "CAP", "DRI" or "GRN"; empty for a return on its
   /// own.

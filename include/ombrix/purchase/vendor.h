@@ -16,7 +16,8 @@ struct AsFlagText {
 /// The record of a supplier, one row of the vendor table, and its upkeep.
 ///
 /// Most methods read and write through a session of their own on `ConnectionString`: what they
-/// write stands at once, whatever becomes of a transaction of the client's. `Adjusted`,
+/// write stands at once, whatever becomes of a transaction of the client's. On SQLite they cannot
+/// write while the same thread holds a transaction, and fail at once. `Adjusted`,
 /// `Delete_Previous_OB` and the changes of code use `AdoConnectionObject`. No setter trims.
 class Vendor final : public Frame {
  public:
