@@ -15,12 +15,17 @@ SOURCES = CODE + (".py", ".sql", ".sh", ".cmake", "CMakeLists.txt")
 TEXTS = SOURCES + (".md", ".json", ".csv", ".txt", "check", "demo", "run")
 
 LINE_LIMIT = 100
-FUNCTION_LIMIT = 70
-FILE_LIMIT = 600
+FUNCTION_LIMIT = 50
+FILE_LIMIT = 420
+SCENARIO_LIMIT = 600
+# Lines under tests/, of all lines under TESTED and there, in percent. Only ever lowered: a third is
+# the aim.
+TEST_SHARE = 41
+TESTED = ("src/", "include/", "bindings/", "schema/", "tools/")
 LONG_BY_NATURE = {"schema/ombrix.sql"}
 # The ratchet: a file that was too long when its limit came, with its length. A figure may go down,
 # never up, and no file is added.
-STILL_TOO_LONG = {}
+STILL_TOO_LONG = {"tests/sweep/sweep_test.cpp": 496}
 
 # An include stays in its room or goes to a floor below; two rooms of one floor never meet.
 FLOORS = (
@@ -110,7 +115,8 @@ def code_findings(path, lines):
 
 
 def length_finding(path, length):
-    limit = STILL_TOO_LONG.get(path, FILE_LIMIT)
+    own_limit = SCENARIO_LIMIT if path.endswith(".txt") else FILE_LIMIT
+    limit = STILL_TOO_LONG.get(path, own_limit)
     if length > limit and path not in LONG_BY_NATURE:
         yield length, f"a file of {length} lines, over {limit}"
     elif path in STILL_TOO_LONG and length < limit:
@@ -137,6 +143,21 @@ def findings(path):
     yield from length_finding(path, len(lines) - 1)
     if path.endswith(CODE):
         yield from code_findings(path, lines)
+
+
+def line_count(paths):
+    count = 0
+    for path in paths:
+        with open(os.path.join(ROOT, path), "rb") as file:
+            count += file.read().count(b"\n")
+    return count
+
+
+def share_findings(paths):
+    tests = line_count(path for path in paths if path.startswith("tests/"))
+    code = line_count(path for path in paths if path.startswith(TESTED))
+    if 100 * tests > TEST_SHARE * (tests + code):
+        yield f"tests:1: {tests} lines beside {code} of code, over {TEST_SHARE} percent"
 
 
 def build_findings(paths):
@@ -171,6 +192,7 @@ def main():
     paths = list(files())
     found = [f"{path}:{number}: {what}" for path in paths for number, what in findings(path)]
     found += build_findings(paths)
+    found += share_findings(paths)
     found += [f"{place}: not as clang-format writes it" for place in format_findings(paths) or []]
     print("\n".join(found) if found else f"{len(paths)} files, nothing found")
     return 1 if found else 0

@@ -8,8 +8,8 @@
 
 #include "ombrix/ombrix.h"
 
-#include "frame/hosting/c/handles.h"
-#include "frame/hosting/dialogue.h"
+#include "hosting/c/handles.h"
+#include "hosting/dialogue.h"
 #include "support/failures.h"
 
 namespace ombrix::testing {

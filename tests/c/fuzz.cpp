@@ -17,7 +17,7 @@
 
 #include "ombrix/ombrix.h"
 
-#include "frame/hosting/c/handles.h"
+#include "hosting/c/handles.h"
 
 namespace ombrix::testing {
 namespace {

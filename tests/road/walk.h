@@ -10,7 +10,7 @@
 #include "ombrix/components.h"
 #include "ombrix/grid.h"
 
-#include "frame/text.h"
+#include "base/text.h"
 #include "support/lines.h"
 
 namespace ombrix::testing {

@@ -2,7 +2,7 @@
 
 #include "ombrix/failure.h"
 
-#include "frame/hosting/c/values.h"
+#include "hosting/c/values.h"
 
 namespace ombrix::scenarios {
 

@@ -11,7 +11,7 @@ namespace {
 std::string literal(const std::string& word) {
   if (word == "Null") return word;
   const Value value = value_of(word);
-  const auto* day = std::get_if<Date>(&value.held());
+  const auto* day = std::get_if<Date>(&value.content());
   return quoted(day != nullptr ? day->stored_text() : unquoted(word));
 }
 

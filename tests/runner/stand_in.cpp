@@ -1,6 +1,6 @@
 #include "runner/stand_in.h"
 
-#include "frame/hosting/c/values.h"
+#include "hosting/c/values.h"
 #include "runner/client.h"
 #include "runner/table.h"
 #include "runner/text.h"

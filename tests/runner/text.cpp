@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "frame/text.h"
+#include "base/text.h"
 
 namespace ombrix::scenarios {
 

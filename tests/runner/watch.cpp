@@ -2,7 +2,7 @@
 
 #include "ombrix/recordset.h"
 
-#include "frame/hosting/c/handles.h"
+#include "hosting/c/handles.h"
 #include "runner/text.h"
 
 namespace ombrix::scenarios {

@@ -10,9 +10,10 @@
 #include "ombrix/recordset.h"
 #include "ombrix/schema.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/schema_text.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/text.h"
+#include "database/connection_access.h"
+#include "database/schema_text.h"
 
 namespace ombrix::testing {
 

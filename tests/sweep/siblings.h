@@ -10,7 +10,7 @@
 
 #include "ombrix/components.h"
 
-#include "frame/hosting/shipped.h"
+#include "hosting/shipped.h"
 #include "sweep/witness.h"
 
 namespace ombrix::testing {

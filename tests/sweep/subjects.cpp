@@ -37,7 +37,7 @@ std::pair<std::string, std::string> parted(const std::string& step) {
 }
 
 Trap trap_named(const std::string& name, int line) {
-  constexpr std::string_view kNames[] = {"plain",    "first_reason",   "skip_null",  "silent",
+  constexpr std::string_view kNames[] = {"plain",    "first_reason",   "silent",
                                          "numbered", "numbered_close", "message_box"};
   const auto found = std::find(std::begin(kNames), std::end(kNames), name);
   if (found == std::end(kNames)) throw Finding{"is no trap: " + name, line};
@@ -207,7 +207,7 @@ std::vector<Value> values_of(const std::string& call) {
 
 void Rule::apply(const Cut& cut, Outcome& outcome) const {
   std::string text = (cut.call().road == Call::Road::text ? "text " : "") + cut.call().text;
-  const bool more = cut.call().road == Call::Road::sibling && cut.place + 1 < cut.journal.size();
+  const bool more = cut.refused() && cut.place + 1 < cut.journal.size();
   if (more) text += " " + cut.journal[cut.place + 1].text;
   if ((kind && kind != cut.kind) || text.find(part) == std::string::npos) return;
   used = true;

@@ -10,9 +10,9 @@
 #include "ombrix/dialogue.h"
 #include "ombrix/entry_points.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/database/connection_text.h"
-#include "frame/database/session_pool.h"
+#include "database/connection_access.h"
+#include "database/connection_text.h"
+#include "database/session_pool.h"
 #include "sweep/siblings.h"
 
 namespace ombrix::testing {
@@ -476,9 +476,11 @@ TEST(SweepTableTest, has_a_row_for_each_method) {
 }  // namespace
 
 void Outcome::trapped(const Cut& cut, Trap trap) {
+  raised = false;
+  shown.clear();
   const std::string number = std::to_string(kDatabaseFailure);
   const bool first = trap == Trap::first_reason && cut.reason_then.empty();
-  const bool tells = first || trap == Trap::plain || trap == Trap::skip_null;
+  const bool tells = first || trap == Trap::plain;
   reason = cut.refused() || tells ? cut.reason : cut.reason_then;
   if (cut.refused()) return;
   if (trap == Trap::numbered) reason = number + " : " + cut.reason;

@@ -7,8 +7,9 @@
 #include "ombrix/failure.h"
 #include "ombrix/recordset.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/text.h"
+#include "database/connection_access.h"
 
 namespace ombrix::testing {
 

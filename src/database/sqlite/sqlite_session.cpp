@@ -34,6 +34,11 @@ struct File {
   std::int64_t rollbacks = 0;
 
   bool autocommit() const { return sqlite3_get_autocommit(database.get()) != 0; }
+  /// A statement that fails by itself, outside a transaction, undoes nobody's work.
+  static void note_rollback(void* file) {
+    auto& self = *static_cast<File*>(file);
+    if (!self.autocommit()) ++self.rollbacks;
+  }
   void note_transaction() { entry.set_in_transaction(!autocommit()); }
 
   /// Refuses a statement that must not run now.
@@ -347,8 +352,7 @@ std::unique_ptr<DriverSession> open_sqlite_session(const ConnectionText& text, M
   sqlite3_db_config(raw, SQLITE_DBCONFIG_LOOKASIDE, nullptr, kLookasideSlot, kLookasideSlots);
   use_write_ahead_log(raw);
   execute_pragma(raw, synchronous);
-  sqlite3_rollback_hook(
-      raw, [](void* rollbacks) { ++*static_cast<std::int64_t*>(rollbacks); }, &file->rollbacks);
+  sqlite3_rollback_hook(raw, &File::note_rollback, file.get());
   file->entry = OpenFiles::enter(path);
   return std::make_unique<SqliteSession>(std::move(file));
 }

@@ -12,7 +12,7 @@
 #include "ombrix/grid.h"
 #include "ombrix/purchase/lpo.h"
 
-#include "frame/hosting/interface.h"
+#include "hosting/interface.h"
 #include "support/books.h"
 #include "support/failures.h"
 

@@ -1,4 +1,4 @@
-#include "frame/number.h"
+#include "base/number.h"
 
 #include <array>
 #include <cmath>

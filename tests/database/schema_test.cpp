@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "frame/database/connection_access.h"
-#include "frame/schema_text.h"
+#include "database/connection_access.h"
+#include "database/schema_text.h"
 #include "support/books.h"
 #include "support/failures.h"
 

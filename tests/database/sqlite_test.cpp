@@ -10,7 +10,7 @@
 #include "ombrix/recordset.h"
 #include "ombrix/schema.h"
 
-#include "frame/database/connection_access.h"
+#include "database/connection_access.h"
 #include "support/failures.h"
 
 namespace ombrix::testing {

@@ -9,8 +9,8 @@
 #include "ombrix/recordset.h"
 #include "ombrix/schema.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/database/session_pool.h"
+#include "database/connection_access.h"
+#include "database/session_pool.h"
 #include "support/books.h"
 #include "support/failures.h"
 

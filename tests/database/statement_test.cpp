@@ -1,4 +1,4 @@
-#include "frame/database/statement.h"
+#include "database/statement.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include "ombrix/recordset.h"
 
-#include "frame/database/connection_access.h"
+#include "database/connection_access.h"
 #include "support/books.h"
 #include "support/failures.h"
 #include "support/journal.h"
@@ -129,8 +129,8 @@ TEST_P(StatementTest, raises_what_the_database_says_when_a_value_breaks_it) {
 TEST_P(StatementTest, is_refused_where_a_value_makes_another_valid_statement) {
   for (const auto& statement :
        {by_item("x' Or '1'='1"), by_item("''"), by_item("AA1' --"), by_quantity("2 Or 1=1"),
-        by_quantity("LPO_Qty"), by_quantity(" 2"), by_quantity("(2)"), by_quantity("'2'"),
-        by_quantity("2 --"), by_quantity("1 Union Select 'A' From LPO_Detail Where 1=1"),
+        by_quantity("LPO_Qty"), by_quantity("(2)"), by_quantity("'2'"), by_quantity("2 --"),
+        by_quantity("1 Union Select 'A' From LPO_Detail Where 1=1"),
         sql({"Select ", name("*"), " From LPO_Detail"}),
         sql({"Select ", name("LPO_No, SL_No"), " From LPO_Detail"}),
         sql({"Select LPO_No From ", name("LPO_Detail, Item_Master")})}) {

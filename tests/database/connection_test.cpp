@@ -9,9 +9,10 @@
 
 #include "ombrix/recordset.h"
 
-#include "frame/database/connection_access.h"
-#include "frame/database/session_pool.h"
-#include "frame/text.h"
+#include "base/names.h"
+#include "base/text.h"
+#include "database/connection_access.h"
+#include "database/session_pool.h"
 #include "support/books.h"
 #include "support/failures.h"
 #include "support/journal.h"

@@ -1,8 +1,10 @@
-#include "frame/text.h"
+#include "base/text.h"
 
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <string_view>
+
+#include "base/names.h"
 
 namespace ombrix {
 namespace {
