@@ -25,7 +25,7 @@ TESTED = ("src/", "include/", "bindings/", "schema/", "tools/")
 LONG_BY_NATURE = {"schema/ombrix.sql"}
 # The ratchet: a file that was too long when its limit came, with its length. A figure may go down,
 # never up, and no file is added.
-STILL_TOO_LONG = {"tests/sweep/sweep_test.cpp": 496}
+STILL_TOO_LONG = {"tests/sweep/sweep_test.cpp": 425}
 
 # An include stays in its room or goes to a floor below; two rooms of one floor never meet.
 FLOORS = (

@@ -1,6 +1,8 @@
+#include <array>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,9 +29,9 @@ class Counter {
 
   void skip_checking() { counter_->let("SkipChecking", true); }
   bool draw(Series series = Series::final) {
-    std::vector<Value> arguments{connection_};
-    if (series == Series::temporary) arguments.emplace_back(true);
-    return counter_->call("Get_Last_Counter", arguments).to_flag();
+    std::array<Value, 2> arguments{connection_, true};
+    const std::size_t count = series == Series::temporary ? 2 : 1;
+    return counter_->call("Get_Last_Counter", std::span(arguments).first(count)).to_flag();
   }
   bool keep(Series series = Series::final) {
     std::vector<Value> arguments{series == Series::temporary};

@@ -57,9 +57,9 @@ struct Listing {
   static std::string condition(const std::string& word) {
     const auto unequal = word.find("<>");
     const bool equal = unequal == std::string::npos;
-    const auto [column, value] = equal
-                                     ? required_assignment(word)
-                                     : std::pair{word.substr(0, unequal), word.substr(unequal + 2)};
+    std::pair<std::string, std::string> parts = assignment(word);
+    if (!equal) parts = {word.substr(0, unequal), word.substr(unequal + 2)};
+    const auto& [column, value] = parts;
     if (value == "Null") return column + (equal ? " Is Null" : " Is Not Null");
     return column + (equal ? "=" : "<>") + literal(value);
   }

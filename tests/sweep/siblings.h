@@ -16,7 +16,7 @@
 namespace ombrix::testing {
 
 /// The components that ship, each behind one that passes everything on and knows what the sweep
-/// asks afterwards: which still live, and which counters were moved on.
+/// asks afterwards.
 class Siblings {
  public:
   Siblings() {
@@ -32,19 +32,19 @@ class Siblings {
   Siblings(const Siblings&) = delete;
   Siblings& operator=(const Siblings&) = delete;
 
-  bool any_lives() const {
-    return std::any_of(made_.begin(), made_.end(), [](const auto& one) { return !one.expired(); });
-  }
-  const Witness::Counters& moved_on() const { return moved_on_; }
-
   /// Forgets all that was.
   void begin() {
     made_.clear();
     moved_on_.clear();
     refusing_.clear();
   }
-  /// A call that is kept from a component leaves it without a reason, so it gets one of its own:
-  /// a method that forgets to hand a reason on must show.
+  bool any_lives() const {
+    return std::any_of(made_.begin(), made_.end(), [](const auto& one) { return !one.expired(); });
+  }
+  const Witness::Counters& moved_on() const { return moved_on_; }
+
+  /// A call that is kept from a component leaves it without a reason, so it gets one of its own: a
+  /// method that forgets to hand a reason on must show.
   void refuse(const std::string& component) { refusing_ = component; }
   static std::string refusal(const std::string& component) { return component + " says no."; }
 
@@ -66,13 +66,11 @@ class Siblings {
     }
     Value call(std::string_view member, std::span<Value> arguments) override {
       Value answer = component_->call(member, arguments);
-      if (member == "Increase_Counter" && answer.to_flag()) {
-        const bool temporary = !arguments.empty() && arguments[0].to_flag();
-        const std::string series = component_->get("DocumentPrefix").to_text() + " " +
-                                   component_->get("BranchPrefix").to_text();
-        all_.moved_on_[series + (temporary ? " TMP" : "")] =
-            component_->get("NextDocumentNo").to_number() + 1;
-      }
+      if (member != "Increase_Counter" || !answer.to_flag()) return answer;
+      std::string series = component_->get("DocumentPrefix").to_text() + " " +
+                           component_->get("BranchPrefix").to_text();
+      if (!arguments.empty() && arguments[0].to_flag()) series += " TMP";
+      all_.moved_on_[series] = component_->get("NextDocumentNo").to_number() + 1;
       return answer;
     }
 

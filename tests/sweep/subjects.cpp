@@ -1,8 +1,7 @@
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <map>
-#include <utility>
+#include <stdexcept>
 
 #include "ombrix/components.h"
 #include "ombrix/grid.h"
@@ -12,8 +11,6 @@
 #include "sweep/sweep.h"
 
 namespace ombrix::testing {
-
-using scenarios::Finding;
 
 namespace {
 
@@ -26,22 +23,12 @@ struct Section {
 };
 struct Methods {
   scenarios::Room room;
-  std::map<std::string, Section> sections;
-  std::vector<Subject> subjects;
+  std::map<std::string, Section> sections{};
+  std::vector<Subject> subjects{};
 };
 
-/// A step's first word and the rest.
-std::pair<std::string, std::string> parted(const std::string& step) {
-  const auto blank = std::min(step.find(' '), step.size());
-  return {step.substr(0, blank), scenarios::trimmed(step.substr(blank))};
-}
-
-Trap trap_named(const std::string& name, int line) {
-  constexpr std::string_view kNames[] = {"plain",    "first_reason",   "silent",
-                                         "numbered", "numbered_close", "message_box"};
-  const auto found = std::find(std::begin(kNames), std::end(kNames), name);
-  if (found == std::end(kNames)) throw Finding{"is no trap: " + name, line};
-  return static_cast<Trap>(found - std::begin(kNames));
+bool is_setting(const std::string& step) {
+  return scenarios::first_word(step).first.find('=') != std::string::npos;
 }
 
 Run run_of(const std::string& text) {
@@ -50,59 +37,55 @@ Run run_of(const std::string& text) {
   return {text.substr(0, again), text.substr(again + 6)};
 }
 
-/// "at PART effects", behind "refused" or "raised".
-Rule rule_of(const std::string& step, int line) {
+/// "at PART effects", "refused" or "raised" before it; effects alone are those of all calls.
+Rule rule_of(const std::string& step) {
   auto words = scenarios::words_of(step);
   std::optional<Fault::Kind> kind;
-  if (words[0] != "at") {
-    kind = words[0] == "refused" ? Fault::Kind::answer_false : Fault::Kind::raise;
-    words.erase(words.begin());
-  }
-  if (words.size() < 3 || words[0] != "at") throw Finding{"is no rule: " + step, line};
+  if (words[0] == "refused") kind = Fault::Kind::answer_false;
+  if (words[0] == "raised") kind = Fault::Kind::raise;
+  if (kind) words.erase(words.begin());
+  if (words[0] != "at") words.insert(words.begin(), {"at", "''"});
   for (std::string& word : words) word = scenarios::unquoted(word);
-  return {words[1], kind, {words.begin() + 2, words.end()}};
+  return {words.at(1), kind, {words.begin() + 2, words.end()}};
 }
 
-void take(Subject& subject, const scenarios::Room& room, const std::string& step, int line) {
-  const auto [word, rest] = parted(step);
+void take(Subject& subject, const scenarios::Room& room, const std::string& step) {
+  const auto [word, rest] = scenarios::first_word(step);
   if (const std::string* verb = room.meaning("verb", word)) {
-    for (const auto& each : scenarios::split(*verb, " ; ")) {
-      take(subject, room, each, line);
-    }
+    for (const auto& each : scenarios::split(*verb, " ; ")) take(subject, room, each);
   } else if (word == "again") {
     subject.all.again = rest;
   } else if (word == "run") {
     subject.runs.push_back(run_of(rest));
-  } else if (word == "trap") {
-    subject.trap = trap_named(rest, line);
   } else if (word == "alone") {
     subject.alone = true;
-  } else if (word == "at" || word == "refused" || word == "raised") {
-    subject.rules.push_back(rule_of(step, line));
-  } else {
+  } else if (is_setting(step)) {
     subject.all.settings = step;
+  } else {
+    subject.rules.push_back(rule_of(step));
   }
 }
 
 Methods read() {
   const auto text = scenarios::read_text(kTests + "/sweep/methods.txt");
-  Methods methods{scenarios::Room(text), {}, {}};
+  Methods methods{scenarios::Room(text)};
   for (const auto& section : text.scenarios) {
+    Section& document = methods.sections[section.name.text];
     for (const auto& statement : section.body) {
-      const scenarios::Line whole = statement.joined();
-      const auto [word, rest] = parted(whole.text);
-      Section& document = methods.sections[section.name.text];
+      const std::string whole = statement.joined().text;
+      const auto [word, rest] = scenarios::first_word(whole);
       if (word == "with") {
         document.with = rest;
       } else if (word == "lines") {
         document.lines = scenarios::split(rest, " / ");
       } else {
-        const auto steps = scenarios::split(whole.text, " ; ");
-        Subject& subject = methods.subjects.emplace_back(Subject{section.name.text, steps[0]});
-        for (std::size_t place = 1; place < steps.size(); ++place) {
-          take(subject, methods.room, steps[place], whole.number);
+        const auto steps = scenarios::split(whole, " ; ");
+        Subject subject{section.name.text, steps[0]};
+        for (auto step = steps.begin() + 1; step != steps.end(); ++step) {
+          take(subject, methods.room, *step);
         }
         if (subject.runs.empty()) subject.runs.emplace_back();
+        methods.subjects.push_back(std::move(subject));
       }
     }
   }
@@ -110,27 +93,23 @@ Methods read() {
 }
 
 const Methods& methods() {
-  static const Methods methods = read();
+  static const Methods methods = [] {
+    try {
+      return read();
+    } catch (const scenarios::Finding& finding) {
+      // Read before any test begins, where nobody else could tell.
+      throw std::invalid_argument("methods.txt: " + finding.what);
+    }
+  }();
   return methods;
 }
 
-const scenarios::Document& document_of(const std::string& name) {
-  return methods().room.document(name);
-}
-
-void perform(ObjectRef& object, const std::string& step, const Books& books) {
-  const auto [word, rest] = parted(step);
-  if (word == "sql") return books.execute(rest);
-  std::vector<Value> arguments = values_of(step);
-  if (word == "use") {
-    object = made(rest);
-    fill(*object, rest, books);
-  } else if (word.find('=') != std::string::npos) {
-    set(*object, arguments, step);
-  } else {
-    arguments.pop_back();
-    EXPECT_TRUE(object->call(word, arguments).to_flag()) << object->get("ErrDesc").to_text();
-  }
+Trap trap_named(const std::string& name) {
+  constexpr std::string_view kNames[] = {"plain",    "first_reason",   "silent",
+                                         "numbered", "numbered_close", "message_box"};
+  const auto found = std::find(std::begin(kNames), std::end(kNames), name);
+  if (found == std::end(kNames)) throw std::invalid_argument("is no trap: " + name);
+  return static_cast<Trap>(found - std::begin(kNames));
 }
 
 }  // namespace
@@ -140,102 +119,110 @@ const std::vector<Subject>& subjects() {
 }
 
 void given_documents(const Books& books) {
-  std::ifstream company(kTests + "/scenarios/company.sql");
-  books.execute(std::string(std::istreambuf_iterator<char>(company), {}));
-  ObjectRef object;
+  books.execute(scenarios::content_of(kTests + "/scenarios/company.sql"));
   for (const auto& statement : methods().room.given()) {
-    for (const auto& step : scenarios::split(statement.joined().text, " ; ")) {
-      perform(object, step, books);
+    const auto [word, rest] = scenarios::first_word(statement.head.text);
+    if (word == "sql") {
+      books.execute(rest);
+      continue;
+    }
+    const auto steps = scenarios::split(statement.head.text, " ; ");
+    Instance document(word);
+    document.fill(books);
+    for (auto step = steps.begin() + 1; step != steps.end(); ++step) {
+      if (is_setting(*step)) {
+        document.set(*step);
+      } else {
+        EXPECT_TRUE(document.ask(*step)) << *step << ": " << document.reason();
+      }
     }
   }
 }
 
-ObjectRef made(const std::string& document) {
-  return create_object(document_of(document).class_name);
-}
+Instance::Instance(const std::string& document)
+    : document_(document), object_(create_object(methods().room.document(document).class_name)) {}
 
-void fill(Object& object, const std::string& document, const Books& books) {
-  const Section& section = methods().sections.at(document);
-  const auto& [name, class_name, grid_name, properties] = document_of(document);
-  object.set("AdoConnectionObject", books.connection());
-  object.let("ConnectionString", books.text());
-  std::vector<Value> none;
-  set(object, none, properties);
-  set(object, none, section.with);
+void Instance::fill(const Books& books) {
   constexpr std::int32_t kColumns = 36;
-  std::int32_t row = 0;
-  auto grid = std::make_shared<MemoryGrid>(section.lines.size() + 1, kColumns);
-  for (const std::string& line : section.lines) {
-    ++row;
-    for (const auto& [column, text] : methods().room.cells_of(line)) {
-      grid->TextMatrix(row, column, text);
+  const auto& [name, class_name, grid_name, properties] = methods().room.document(document_);
+  const auto& [with, lines] = methods().sections.at(document_);
+  object_->set("AdoConnectionObject", books.connection());
+  object_->let("ConnectionString", books.text());
+  set(properties);
+  set(with);
+  auto grid = std::make_shared<MemoryGrid>(static_cast<std::int32_t>(lines.size()) + 1, kColumns);
+  for (std::size_t row = 0; row < lines.size(); ++row) {
+    for (const auto& [column, text] : methods().room.cells_of(lines[row])) {
+      grid->TextMatrix(static_cast<std::int32_t>(row) + 1, column, text);
     }
   }
-  for (const MemberInfo& member : object.members()) {
+  for (const MemberInfo& member : object_->members()) {
     if (member.name != grid_name) continue;
-    allows(member.access, Access::set) ? object.set(grid_name, grid) : object.let(grid_name, grid);
+    const bool refers = allows(member.access, Access::set);
+    refers ? object_->set(grid_name, grid) : object_->let(grid_name, grid);
   }
 }
 
-void set(Object& object, std::vector<Value>& arguments, const std::string& settings) {
+void Instance::set(const std::string& settings) {
   for (const std::string& word : scenarios::words_of(settings)) {
     const auto [member, text] = scenarios::assignment(word);
-    const Value value = scenarios::value_of(text);
     if (member.find_first_not_of("0123456789") == std::string::npos) {
-      arguments.at(std::stoul(member) - 1) = value;
+      arguments_[std::stoul(member) - 1] = scenarios::value_of(text);
     } else {
-      object.let(member, value);
+      object_->let(member, scenarios::value_of(text));
     }
   }
 }
 
-std::vector<Value> values_of(const std::string& call) {
-  auto words = scenarios::words_of(call);
-  Value answer = true;
-  if (words.size() > 2 && words[words.size() - 2] == "->") {
-    answer = scenarios::value_of(words.back());
-    words.resize(words.size() - 2);
-  }
-  std::vector<Value> values;
+bool Instance::ask(const std::string& call) {
+  const auto told = scenarios::split(call, " -> ");
+  const Value answer = told.size() > 1 ? scenarios::value_of(told[1]) : true;
+  const auto words = scenarios::words_of(told[0]);
+  std::vector<Value> arguments;
   for (std::size_t place = 1; place < words.size(); ++place) {
     const bool nothing = words[place] == "nothing";
-    values.push_back(nothing ? Value(ObjectRef()) : scenarios::value_of(words[place]));
+    arguments.push_back(nothing ? Value(ObjectRef()) : scenarios::value_of(words[place]));
   }
-  values.push_back(answer);
-  return values;
+  for (const auto& [place, value] : arguments_) arguments.at(place) = value;
+  return object_->call(words[0], arguments) == answer;
+}
+
+void Outcome::meets(std::optional<Trap> trap, const Cut& cut) {
+  raised = !trap && !cut.refused();
+  const bool first = trap == Trap::first_reason && cut.before.reason.empty();
+  const bool tells = first || !trap || trap == Trap::plain;
+  reason = cut.refused() || tells ? cut.reason : cut.before.reason;
+  if (cut.refused()) return;
+  const std::string number = std::to_string(kDatabaseFailure);
+  if (trap == Trap::numbered) reason = number + " : " + cut.reason;
+  if (trap == Trap::numbered_close) reason = number + cut.reason;
+  if (trap == Trap::message_box) shown = cut.reason;
 }
 
 void Rule::apply(const Cut& cut, Outcome& outcome) const {
   std::string text = (cut.call().road == Call::Road::text ? "text " : "") + cut.call().text;
-  const bool more = cut.refused() && cut.place + 1 < cut.journal.size();
-  if (more) text += " " + cut.journal[cut.place + 1].text;
+  const std::size_t behind = cut.place + 1;
+  if (cut.refused() && behind < cut.journal.size()) text += " " + cut.journal[behind].text;
   if ((kind && kind != cut.kind) || text.find(part) == std::string::npos) return;
   used = true;
   for (auto effect = effects.begin(); effect != effects.end(); ++effect) {
-    const auto next = [&]() -> const std::string& { return *++effect; };
     if (*effect == "trap") {
-      outcome.trapped(cut, trap_named(next(), 0));
+      outcome.meets(trap_named(*++effect), cut);
     } else if (*effect == "rises") {
-      outcome.rises(cut);
+      outcome.meets(std::nullopt, cut);
     } else if (*effect == "ignored" || *effect == "goes-on") {
-      if (*effect == "ignored") outcome.reason = cut.reason_left;
+      if (*effect == "ignored") outcome.reason = cut.left.reason;
       outcome.answer = true;
-      outcome.left = cut.left;
+      outcome.state = cut.left.state;
     } else if (*effect == "says") {
-      outcome.reason = next();
+      outcome.reason = *++effect;
     } else if (*effect == "shows") {
       outcome.shown = cut.reason;
-    } else if (*effect == "blanks") {
-      const std::string name = "|" + next() + "|System";
-      for (std::string& rows : outcome.left.tables) {
-        const auto place = rows.find(name);
-        if (place != std::string::npos) rows.replace(place, name.size(), "||System");
-      }
     } else if (*effect == "frees") {
-      const std::string& series = next();
-      outcome.left.counters[series] = cut.given.counters.at(series);
+      ++effect;
+      outcome.state.counters[*effect] = cut.given.counters.at(*effect);
     } else {
-      throw Finding{"is no effect: " + *effect, 0};
+      throw std::invalid_argument("is no effect: " + *effect);
     }
   }
 }

@@ -21,25 +21,6 @@ const std::string kSelectCounters =
     " From Document_Prefix Union All Select -1, Document_Prefix || ' ' || Branch_Prefix ||"
     " ' TMP=' || Temporary_Next_No From Document_Prefix Order By 1, 2";
 
-std::size_t count_of(const std::shared_ptr<Connection>& connection, const std::string& select) {
-  Recordset set;
-  set.Open(select, connection, Static);
-  return set.RecordCount();
-}
-
-/// The server's own wait looks only ten times a second, so we look ourselves. The call stands in
-/// the list: in the condition a server may make it before it looks at the rest.
-std::size_t end_sessions(const std::shared_ptr<Connection>& connection, const std::string& which) {
-  const std::string sessions = " From pg_stat_activity Where " + which;
-  const std::size_t ended = count_of(connection, "Select pg_terminate_backend(pid)" + sessions);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (count_of(connection, "Select pid" + sessions) > 0) {
-    if (std::chrono::steady_clock::now() > end) throw Failure(5, "The server ends no session.");
-    std::this_thread::sleep_for(std::chrono::microseconds(200));
-  }
-  return ended;
-}
-
 std::string shown(const database::TableColumn& column) {
   // What the library takes from the clock must not tell two runs apart.
   const std::string text = same_name(column.name, "Last_Update")
@@ -125,14 +106,24 @@ std::string Witness::process_of(const std::shared_ptr<Connection>& connection) {
   return set("Process").value().to_text();
 }
 
-std::size_t Witness::end_session(const std::string& process) const {
-  return end_sessions(connection_, "pid = " + process);
-}
-
-std::size_t Witness::end_sessions_but(const std::string& process) const {
-  return end_sessions(
-      connection_,
-      "datname = current_database() And pid Not In (pg_backend_pid(), " + process + ")");
+/// The server's own wait looks only ten times a second, so we look ourselves. The call stands in
+/// the list: in the condition a server may make it before it looks at the rest.
+std::size_t Witness::end_sessions(Which which, const std::string& process) const {
+  const std::string sessions =
+      " From pg_stat_activity Where datname = current_database() And pid " +
+      (which == Which::this_one ? "= " + process : "Not In (pg_backend_pid(), " + process + ")");
+  const auto count = [&](const std::string& select) {
+    Recordset set;
+    set.Open(select + sessions, connection_, Static);
+    return set.RecordCount();
+  };
+  const std::size_t ended = count("Select pg_terminate_backend(pid)");
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (count("Select pid") > 0) {
+    if (std::chrono::steady_clock::now() > end) throw Failure(5, "The server ends no session.");
+    std::this_thread::sleep_for(std::chrono::microseconds(200));
+  }
+  return ended;
 }
 
 std::string difference(const Witness::State& found, const Witness::State& expected) {

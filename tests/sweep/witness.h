@@ -41,10 +41,10 @@ class Witness {
 
   /// The server's own process behind a connection.
   static std::string process_of(const std::shared_ptr<Connection>& connection);
-  /// Each waits until the server has ended the sessions, and answers how many they were.
-  std::size_t end_session(const std::string& process) const;
-  /// All others on this database, this witness's own left out.
-  std::size_t end_sessions_but(const std::string& process) const;
+  /// Waits until the server has ended the session, or all others on this database but this
+  /// witness's own, and answers how many they were.
+  enum class Which : bool { this_one, others };
+  std::size_t end_sessions(Which which, const std::string& process) const;
 
  private:
   std::shared_ptr<Connection> connection_;
